@@ -1,0 +1,44 @@
+#include "app/start_up.h"
+
+#include <system_error>
+
+#include "app/profile_file.h"
+#include "app/program_folder.h"
+#include "text/folder.h"
+#include "text/utf8.h"
+
+namespace tobarine {
+
+StartUp start_up(const StartUpInput& input) {
+  StartUp start;
+  start.folder = folder_text(input.folder);
+  start.windows_folder = input.windows_folder;
+  const std::filesystem::path settings_file = file_in(input.folder, kSettingsFile);
+  std::error_code error;
+  const bool first_start = !std::filesystem::exists(settings_file, error);
+  if (!first_start) start.settings = read_settings(settings_file);
+  if (start.settings.Chk_15.empty()) start.settings.Chk_15 = "1";
+  if (start.settings.Chk_15 == "1") {
+    start.trace.open(input.folder / trace_log_name(input.local_time));
+    start.trace_line("Tobarine_log.txt");
+    start.trace_line("strPath : " + start.folder);
+  }
+  start.drive = left_chars(start.folder, 3);
+  start.trace_line("win_dir : " + start.windows_folder);
+  const std::vector<std::string> missing = missing_reference_files(input.folder);
+  if (!missing.empty()) {
+    start.missing_flag = "1";
+    start.stop = {missing_files_title(), missing_files_text(input.folder, missing)};
+    return start;
+  }
+  if (first_start) {
+    start.settings = first_start_settings();
+    write_settings(start.settings, settings_file);
+    start.trace_line("ini_write_new:");
+    for (const std::string& line : ProfileFile(settings_file).lines()) start.trace_line(line);
+  }
+  start.trace_line("Tobarine.Show");
+  return start;
+}
+
+}  // namespace tobarine

@@ -1,0 +1,31 @@
+#include "app/trace_log.h"
+
+#include <array>
+
+#include "text/cp932.h"
+#include "text/error.h"
+
+namespace tobarine {
+
+std::string trace_log_name(const std::tm& t) {
+  std::array<char, 32> name{};
+  std::strftime(name.data(), name.size(), "%Y%m%d_%H%M%S.txt", &t);
+  return name.data();
+}
+
+void TraceLog::open(const std::filesystem::path& file) {
+  file_ = std::make_unique<OutputFile>(file);
+}
+
+void TraceLog::line(std::string_view text) {
+  if (!file_) return;
+  encode_cp932(text, file_->buffer());
+  file_->buffer() += "\r\n";
+  try {
+    file_->flush();  // a log that ends in mid-air is of no use after a crash
+  } catch (const FileError&) {
+    file_.reset();
+  }
+}
+
+}  // namespace tobarine

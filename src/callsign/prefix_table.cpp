@@ -1,0 +1,117 @@
+#include "callsign/prefix_table.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+#include "text/error.h"
+#include "text/input_file.h"
+#include "text/strings.h"
+
+namespace tobarine {
+namespace {
+
+constexpr std::size_t kKeyWidth = 20;
+constexpr std::size_t kLineWidth = 33;
+
+unsigned two_digits(std::string_view line, std::size_t at) {
+  return is_digit(line[at]) && is_digit(line[at + 1])
+             ? static_cast<unsigned>((line[at] - '0') * 10 + (line[at + 1] - '0'))
+             : 0;
+}
+
+// The entry of a line; `dxcc` is 0 when the line is none.
+PlaceData parse_place(std::string_view line) {
+  PlaceData place;
+  if (line.size() < kLineWidth || !is_digit(line[21]) || line[0] == ' ') return place;
+  place.dxcc = static_cast<std::uint16_t>((line[21] - '0') * 100 + two_digits(line, 22));
+  place.cq_zone = static_cast<std::uint8_t>(two_digits(line, 25));
+  place.itu_zone = static_cast<std::uint8_t>(two_digits(line, 28));
+  place.continent = {line[31], line[32]};
+  return place;
+}
+
+}  // namespace
+
+PlaceMap::Key PlaceMap::pack(std::string_view text) {
+  Key key{};
+  std::memcpy(key.data(), text.data(), text.size());
+  return key;
+}
+
+std::size_t PlaceMap::slot_of(const Key& key) const {
+  std::uint64_t hash = key[0] * 0x9E3779B97F4A7C15U ^ key[1] * 0xC2B2AE3D27D4EB4FU ^
+                       key[2] * 0x165667B19E3779F9U;
+  hash ^= hash >> 32;
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t i = hash & mask;
+  while (slots_[i].key[0] != 0 && slots_[i].key != key) i = (i + 1) & mask;
+  return i;
+}
+
+void PlaceMap::grow() {
+  std::vector<Slot> old(std::max<std::size_t>(1024, slots_.size() * 2));
+  old.swap(slots_);
+  for (const Slot& slot : old) {
+    if (slot.key[0] != 0) slots_[slot_of(slot.key)] = slot;
+  }
+}
+
+bool PlaceMap::add(std::string_view key, const PlaceData& place) {
+  if (key.empty() || key.size() > kLongestKey) return false;
+  if (size_ * 2 >= slots_.size()) grow();
+  const Key packed = pack(key);
+  Slot& slot = slots_[slot_of(packed)];
+  if (slot.key[0] != 0) return true;
+  slot = {packed, place};
+  ++size_;
+  longest_ = std::max(longest_, key.size());
+  return true;
+}
+
+const PlaceData* PlaceMap::find(std::string_view key) const {
+  if (slots_.empty() || key.empty() || key.size() > longest_) return nullptr;
+  const Slot& slot = slots_[slot_of(pack(key))];
+  return slot.key[0] == 0 ? nullptr : &slot.place;
+}
+
+void PrefixTable::load(const std::filesystem::path& path) {
+  PrefixTable loaded;
+  LineReader reader(path);
+  std::string previous;
+  std::string_view line;
+  while (reader.next(line)) {
+    if (line.empty() || line[0] == '#') continue;
+    const PlaceData place = parse_place(line);
+    if (place.dxcc == 0) {
+      throw RecordError(path, reader.line(), "プリフィックスの行として読めません");
+    }
+    const std::string_view key = trim(line.substr(0, kKeyWidth));
+    if (key < previous) throw RecordError(path, reader.line(), "順番に並んでいません");
+    previous = key;
+    if (key[0] == '=') {
+      loaded.calls_.add(key.substr(1), place);
+    } else {
+      loaded.prefixes_.add(key, place);
+    }
+  }
+  if (loaded.prefixes() == 0) throw FileError(path, "プリフィックスがありません");
+  *this = std::move(loaded);
+}
+
+std::optional<PrefixTable::PrefixMatch> PrefixTable::longest_prefix(std::string_view call) const {
+  for (std::size_t n = std::min(call.size(), prefixes_.longest_key()); n > 0; --n) {
+    if (const PlaceData* place = prefixes_.find(call.substr(0, n))) return PrefixMatch{place, n};
+  }
+  return std::nullopt;
+}
+
+std::string PrefixTable::file_line(std::string_view key, const PlaceData& place) {
+  std::array<char, kLineWidth + 1> line{};
+  std::snprintf(line.data(), line.size(), "%-20.*s %03u %02u %02u %c%c",
+                static_cast<int>(key.size()), key.data(), place.dxcc, place.cq_zone,
+                place.itu_zone, place.continent[0], place.continent[1]);
+  return line.data();
+}
+
+}  // namespace tobarine

@@ -1,0 +1,220 @@
+#include "cli/commands.h"
+
+#include <iostream>
+#include <string_view>
+
+#include "app/log_kind.h"
+#include "app/program_folder.h"
+#include "app/settings.h"
+#include "app/trace_log.h"
+#include "cli/print.h"
+#include "cli/surroundings.h"
+#include "convert/h2l.h"
+#include "hamlog/hamlog_csv.h"
+#include "reference/code_learner.h"
+#include "reference/dxcc_builder.h"
+#include "text/cp932.h"
+#include "text/error.h"
+#include "text/folder.h"
+#include "text/output_file.h"
+#include "text/strings.h"
+
+namespace tobarine {
+namespace {
+
+namespace fs = std::filesystem;
+
+// What every command shares: the program folder, the settings of this run and the trace log.
+class Session {
+ public:
+  explicit Session(const CliOptions& options)
+      : options_(options), folder_(locate_program_folder(folder_hints(options.home))) {
+    std::error_code error;
+    const fs::path file = file_in(folder_.path, kSettingsFile);
+    settings_ = fs::exists(file, error) ? read_settings(file) : first_start_settings();
+    for (const std::string& assignment : options.set) {
+      const std::size_t equals = assignment.find('=');
+      const std::string key = assignment.substr(0, equals);
+      if (equals == std::string::npos ||
+          !set_setting(settings_, key, assignment.substr(equals + 1))) {
+        throw UsageError("--set の設定がありません: " + assignment);
+      }
+    }
+    if (!options.trace.empty()) {
+      trace_.open(options.trace);
+      trace_.line("Tobarine_log.txt");
+      trace_.line("strPath : " + folder_text(folder_.path));
+    }
+  }
+
+  const CliOptions& options() const { return options_; }
+  const Settings& settings() const { return settings_; }
+  const fs::path& folder() const { return folder_.path; }
+  fs::path writable_folder() const { return make_user_copy(folder_); }
+  void trace(std::string_view line) { trace_.line(line); }
+
+  ConversionTables conversion_tables() {
+    ConversionTables tables;
+    tables.load(folder());
+    trace("     Open strPath & Band_tbl.ini For Input As #f_i");
+    trace("     Open strPath & Mode_tbl.ini For Input As #f_i");
+    return tables;
+  }
+
+ private:
+  const CliOptions& options_;
+  ProgramFolder folder_;
+  Settings settings_;
+  TraceLog trace_;
+};
+
+std::optional<LogKind> recognise(const fs::path& input) {
+  LineReader lines(input);
+  std::string_view line;
+  return recognise_log(input, lines.next(line) ? line : std::string_view());
+}
+
+LogKind input_kind(const CliOptions& options) {
+  if (!options.kind.empty()) {
+    const auto kind = log_kind_from_name(options.kind);
+    if (!kind || !log_kind_info(*kind).h2l_input) {
+      throw UsageError("--kind の値が使えません: " + options.kind);
+    }
+    return *kind;
+  }
+  const auto kind = recognise(options.input);
+  if (!kind) throw FileError(options.input, "ファイルの種類が分かりません (--kind で指定できます)");
+  if (!log_kind_info(*kind).h2l_input) {
+    throw FileError(options.input, "この変換の入力ではありません (" +
+                                       std::string(log_kind_info(*kind).label) + ")");
+  }
+  return *kind;
+}
+
+int convert_h2l(Session& session) {
+  const CliOptions& options = session.options();
+  const LogKind kind = input_kind(options);
+  const fs::path output =
+      options.output.empty() ? output_path(options.input, "adi") : fs::path(options.output);
+  const H2lJob job{options.input, output, h2l_options(session.settings())};
+  const ConversionTables tables = session.conversion_tables();
+  CallTables calls;
+  calls.load(session.folder());
+  ProgressBar bar(!options.quiet && stderr_is_terminal());
+  const RunContext context{[&bar](double done) { bar.show(done); }};
+  const auto run = options.command == Command::kH2l ? run_h2l : run_eqsl;
+  const ConversionReport report = run(job, tables, calls, context);
+  bar.clear();
+  session.trace("変換数: " + std::to_string(report.written));
+  print_run(options, {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
+                      path_text(fs::absolute(output))},
+            report);
+  return report.stopped_by ? 1 : 0;
+}
+
+int show_info(Session& session) {
+  const fs::path input = session.options().input;
+  const auto kind = recognise(input);
+  if (!kind) throw FileError(input, "ファイルの種類が分かりません");
+  LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}};
+  if (*kind == LogKind::kHamlogCsv) {
+    const HamlogLayout layout = hamlog_layout(input);
+    info.layout = layout == HamlogLayout::kOld ? "旧" : layout == HamlogLayout::kNew ? "新" : "空";
+    info.contacts = count_lines(input);
+  }
+  print_info(session.options(), info);
+  return 0;
+}
+
+// Calls `visit` with each item of the command line, or of standard input, one a line.
+template <typename Visit>
+void for_each_item(const CliOptions& options, Visit visit) {
+  for (const std::string& item : options.items) visit(item);
+  if (!options.items.empty()) return;
+  std::string line;
+  while (std::getline(std::cin, line)) {
+    if (line.ends_with('\r')) line.pop_back();
+    if (!trim(line).empty()) visit(line);
+  }
+}
+
+int lookup_calls(Session& session) {
+  CallAnalysis calls;
+  calls.load(session.folder());
+  for_each_item(session.options(), [&](const std::string& call) {
+    print_call(session.options(), call, calls.find(call, session.options().date));
+  });
+  return 0;
+}
+
+int lookup_codes(Session& session) {
+  HamlogToDxcc codes;
+  codes.load(file_in(session.folder(), "h2l_cty.mas"));
+  for_each_item(session.options(), [&](const std::string& code) {
+    print_code(session.options(), code, codes.find(code));
+  });
+  return 0;
+}
+
+int build_dxcc(Session& session) {
+  const CliOptions& options = session.options();
+  EntityList entities;
+  entities.load(file_in(session.folder(), "dxcc_mas.txt"));
+  const DxccFile built = build_dxcc_file(options.input, entities);
+  const fs::path output = options.output.empty()
+                              ? file_in(session.writable_folder(), "dxcc_hl.dat")
+                              : fs::path(options.output);
+  replace_text_file(output, built.text);
+  print_dxcc_file(options, built, path_text(output));
+  return 0;
+}
+
+int build_codes(Session& session) {
+  const CliOptions& options = session.options();
+  if (hamlog_layout(options.input) == HamlogLayout::kOld) {
+    throw FileError(options.input, "ﾌｧｲﾙ形式が [ 旧 ] なので不適切です。");
+  }
+  CallAnalysis calls;
+  calls.load(session.folder());
+  CodeLearner learner(calls);
+  HamlogLineReader reader(options.input);
+  QsoRecord record;
+  FindingLog findings;
+  while (reader.next(record, findings)) learner.add(record.call, record.code, record.qso_date);
+  const fs::path folder = session.writable_folder();
+  const fs::path h2l_file = file_in(folder, "h2l_cty.mas");
+  const fs::path l2h_file = file_in(folder, "l2h_cty.mas");
+  HamlogToDxcc h2l;
+  DxccToHamlog l2h;
+  h2l.load(h2l_file);
+  l2h.load(l2h_file);
+  const CodeLearner::Tables tables = learner.learn(h2l, l2h);
+  replace_text_file(h2l_file, h2l_file_text(tables.h2l));
+  replace_text_file(l2h_file, l2h_file_text(tables.l2h));
+  print_learned(options, tables.verdicts, {path_text(h2l_file), path_text(l2h_file)});
+  return 0;
+}
+
+}  // namespace
+
+int run_command(const CliOptions& options) {
+  Session session(options);
+  switch (options.command) {
+    case Command::kH2l:
+    case Command::kEqsl:
+      return convert_h2l(session);
+    case Command::kInfo:
+      return show_info(session);
+    case Command::kLookupCalls:
+      return lookup_calls(session);
+    case Command::kLookupCodes:
+      return lookup_codes(session);
+    case Command::kBuildDxcc:
+      return build_dxcc(session);
+    case Command::kBuildCodes:
+      return build_codes(session);
+  }
+  return 2;
+}
+
+}  // namespace tobarine

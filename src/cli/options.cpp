@@ -1,0 +1,94 @@
+#include "cli/options.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "rules/version.h"
+
+namespace tobarine {
+namespace {
+
+constexpr int kWrongUse = 2;
+
+class Parser {
+ public:
+  Parser() {
+    app_.require_subcommand(1);
+    app_.fallthrough();
+    app_.set_version_flag("--version", "Tobarine " + std::string(kVersion));
+    app_.set_help_flag("-h,--help", "この説明を表示する");
+    app_.add_option("--home", o_.home, "プログラムフォルダー (環境変数 TOBARINE_HOME でも可)");
+    app_.add_option("--set", o_.set, "この実行だけの設定 KEY=VALUE (何度でも可)")
+        ->take_all()
+        ->expected(1);
+    app_.add_option("--trace", o_.trace, "トレースログを書くファイル");
+    app_.add_flag("--report", o_.report, "変換の報告も表示する");
+    app_.add_flag("--json", o_.json, "結果と報告を JSON で表示する");
+    app_.add_flag("--quiet", o_.quiet, "何も表示しない (エラーを除く)");
+    add_conversion("h2l", "Hamlog の CSV を Logger32 の ADIF に変換する", Command::kH2l);
+    add_conversion("eqsl", "Hamlog の CSV を eQSL.cc の ADIF に変換する", Command::kEqsl);
+    CLI::App* info = add(&app_, "info", "ファイルの種類と件数を表示する", Command::kInfo);
+    info->add_option("INPUT", o_.input, "ログのファイル")->required();
+    add_lookups();
+    add_builders();
+  }
+
+  ParsedOptions parse(int argc, char** argv) {
+    try {
+      app_.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+      const int status = app_.exit(error, std::cout, std::cerr);
+      return {o_, status == 0 ? 0 : kWrongUse};
+    }
+    return {o_, -1};
+  }
+
+ private:
+  CLI::App* add(CLI::App* parent, const char* name, const char* help, Command command) {
+    CLI::App* sub = parent->add_subcommand(name, help);
+    sub->fallthrough();
+    sub->callback([this, command] { o_.command = command; });
+    return sub;
+  }
+
+  void add_conversion(const char* name, const char* help, Command command) {
+    CLI::App* sub = add(&app_, name, help, command);
+    sub->add_option("INPUT", o_.input, "入力ファイル")->required();
+    sub->add_option("-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .adi)");
+    sub->add_option("--kind", o_.kind, "入力の種類: csv (無ければ名前と一行目から判断)");
+  }
+
+  void add_lookups() {
+    CLI::App* lookup = app_.add_subcommand("lookup", "表を引く (項目が無ければ標準入力から)");
+    lookup->require_subcommand(1);
+    lookup->fallthrough();
+    CLI::App* calls = add(lookup, "calls", "コールサインの DXCC エンティティ: コール、"
+                          "プリフィックス、DXCC 番号、QTH", Command::kLookupCalls);
+    calls->add_option("ITEM", o_.items, "コールサイン");
+    calls->add_option("--date", o_.date, "交信日 yyyymmdd (期間付きの修正表のため)");
+    CLI::App* codes = add(lookup, "codes", "Hamlog の Code の DXCC 番号 (不明なら 0)",
+                          Command::kLookupCodes);
+    codes->add_option("ITEM", o_.items, "Code");
+  }
+
+  void add_builders() {
+    CLI::App* build = app_.add_subcommand("build", "参照ファイルを作る");
+    build->require_subcommand(1);
+    build->fallthrough();
+    CLI::App* dxcc = add(build, "dxcc", "cty.dat から dxcc_hl.dat を作る", Command::kBuildDxcc);
+    dxcc->add_option("CTY.DAT", o_.input, "cty.dat")->required();
+    dxcc->add_option("-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
+    CLI::App* codes = add(build, "codes", "Hamlog の CSV から Code を覚えて h2l_cty.mas と "
+                          "l2h_cty.mas に書く", Command::kBuildCodes);
+    codes->add_option("HAMLOG.csv", o_.input, "Hamlog の CSV")->required();
+  }
+
+  CliOptions o_;
+  CLI::App app_{"Tobarine: アマチュア無線のログを変換する", "tobarine-cli"};
+};
+
+}  // namespace
+
+ParsedOptions parse_options(int argc, char** argv) { return Parser().parse(argc, argv); }
+
+}  // namespace tobarine

@@ -1,0 +1,33 @@
+// The command line, parsed.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tobarine {
+
+enum class Command { kH2l, kEqsl, kInfo, kLookupCalls, kLookupCodes, kBuildDxcc, kBuildCodes };
+
+struct CliOptions {
+  Command command = Command::kInfo;
+  std::string home;
+  std::string trace;
+  std::vector<std::string> set;  // "KEY=VALUE"
+  bool report = false;
+  bool json = false;
+  bool quiet = false;
+  std::string input;
+  std::string output;
+  std::string kind;
+  std::string date;  // yyyymmdd
+  std::vector<std::string> items;
+};
+
+struct ParsedOptions {
+  CliOptions options;
+  int exit_status = -1;  // 0 or 2: everything is said, end with it; -1: go on
+};
+
+ParsedOptions parse_options(int argc, char** argv);
+
+}  // namespace tobarine

@@ -1,0 +1,189 @@
+#include "cli/print.h"
+
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+namespace tobarine {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+void print_json(const Json& json, int indent) {
+  std::cout << json.dump(indent, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
+Json findings_json(const FindingLog& findings) {
+  Json kinds = Json::array();
+  for (int k = 0; k < static_cast<int>(FindingKind::kCount); ++k) {
+    const auto kind = static_cast<FindingKind>(k);
+    if (findings.count(kind) == 0) continue;
+    Json items = Json::array();
+    for (const Finding& f : findings.kept()) {
+      if (f.kind == kind) items.push_back({{"line", f.line}, {"call", f.call}, {"text", f.text}});
+    }
+    kinds.push_back({{"kind", finding_name(kind)},
+                     {"heading", finding_heading(kind)},
+                     {"count", findings.count(kind)},
+                     {"items", std::move(items)}});
+  }
+  return kinds;
+}
+
+std::size_t all_findings(const FindingLog& findings) {
+  std::size_t all = 0;
+  for (int k = 0; k < static_cast<int>(FindingKind::kCount); ++k) {
+    all += findings.count(static_cast<FindingKind>(k));
+  }
+  return all;
+}
+
+struct VerdictText {
+  CodeVerdict::Kind kind;
+  std::string_view name;
+  std::string_view text;
+};
+
+constexpr VerdictText kVerdicts[] = {
+    {CodeVerdict::Kind::kLearned, "learned", "登録しました"},
+    {CodeVerdict::Kind::kKnown, "known", "登録済みです"},
+    {CodeVerdict::Kind::kContradicted, "contradicted",
+     "表の登録と違います (表はそのままにしました)"},
+    {CodeVerdict::Kind::kDoubtful, "doubtful", "はっきりしないので登録しません"},
+    {CodeVerdict::Kind::kTableFull, "table-full",
+     "h2l_cty.mas に登録しました (l2h_cty.mas には空きがありません)"},
+};
+
+const VerdictText& text_of(CodeVerdict::Kind kind) {
+  for (const VerdictText& verdict : kVerdicts) {
+    if (verdict.kind == kind) return verdict;
+  }
+  return kVerdicts[0];
+}
+
+}  // namespace
+
+void print_run(const CliOptions& options, const RunNames& names, const ConversionReport& report) {
+  if (report.stopped_by) std::cerr << *report.stopped_by << '\n';
+  if (options.quiet) return;
+  if (options.json) {
+    Json json = {{"kind", names.kind},       {"input", names.input},     {"output", names.output},
+                 {"read", report.read},      {"written", report.written}};
+    json["error"] = report.stopped_by ? Json(*report.stopped_by) : Json(nullptr);
+    json["findings"] = findings_json(report.findings);
+    print_json(json, 2);
+    return;
+  }
+  std::cout << "入力数: " << report.read << " 件\n変換数: " << report.written << " 件\n";
+  if (!report.stopped_by) std::cout << "処理終了\n";
+  if (options.report) std::cout << report_text(report);
+  std::cerr << "出力: " << names.output << '\n';
+  const std::size_t told = all_findings(report.findings);
+  if (told > 0 && !options.report) {
+    std::cerr << "お知らせが " << told << " 件あります (--report で表示します)\n";
+  }
+}
+
+void print_info(const CliOptions& options, const LogInfo& info) {
+  if (options.quiet) return;
+  if (options.json) {
+    Json json = {{"kind", info.kind}, {"label", info.label}};
+    if (!info.layout.empty()) json["layout"] = info.layout;
+    if (info.contacts) json["contacts"] = *info.contacts;
+    print_json(json, 2);
+    return;
+  }
+  std::cout << "種類: " << info.kind << " (" << info.label << ")\n";
+  if (!info.layout.empty()) std::cout << "形式: " << info.layout << '\n';
+  if (info.contacts) std::cout << "入力数: " << *info.contacts << " 件\n";
+}
+
+void print_call(const CliOptions& options, const std::string& call, const CallPlace& place) {
+  const bool known = place.entity != nullptr;
+  const unsigned dxcc = known ? place.entity->number : 0;
+  if (!options.json) {
+    std::cout << call << '\t' << place.prefix() << '\t' << dxcc << '\t' << place.qth() << '\n';
+    return;
+  }
+  Json json = {{"call", call}, {"prefix", place.prefix()}, {"dxcc", dxcc}, {"qth", place.qth()}};
+  if (known) {
+    json["name"] = place.entity->name;
+    json["continent"] = place.continent;
+    json["cq_zone"] = place.cq_zone;
+    json["itu_zone"] = place.itu_zone;
+    json["deleted"] = place.entity->deleted;
+  }
+  print_json(json, -1);
+}
+
+void print_code(const CliOptions& options, const std::string& code, std::string_view dxcc) {
+  if (options.json) {
+    print_json({{"code", code}, {"dxcc", dxcc}}, -1);
+  } else {
+    std::cout << code << '\t' << dxcc << '\n';
+  }
+}
+
+void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std::string& output) {
+  if (options.quiet) return;
+  if (options.json) {
+    print_json({{"output", output},
+                {"version", built.version},
+                {"entities", built.entities},
+                {"prefixes", built.prefixes},
+                {"calls", built.calls}},
+               2);
+    return;
+  }
+  std::cout << "エンティティ: " << built.entities << "  プリフィックス: " << built.prefixes
+            << "  コール: " << built.calls << "\n処理終了\n";
+  std::cerr << "出力: " << output << '\n';
+}
+
+void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& verdicts,
+                   const std::vector<std::string>& files) {
+  if (options.quiet) return;
+  Json json = {{"files", files}, {"codes", Json::array()}};
+  std::size_t learned = 0;
+  for (const CodeVerdict& v : verdicts) {
+    const VerdictText& text = text_of(v.kind);
+    const std::string prefix = v.entity == nullptr ? "" : v.entity->prefix;
+    const std::string name = v.entity == nullptr ? "" : v.entity->name;
+    learned += v.kind == CodeVerdict::Kind::kLearned ? 1 : 0;
+    json["codes"].push_back({{"code", v.code},
+                             {"verdict", text.name},
+                             {"dxcc", v.entity == nullptr ? 0 : v.entity->number},
+                             {"contacts", v.contacts},
+                             {"agreeing", v.agreeing}});
+    if (options.json) continue;
+    std::cout << v.code << '\t' << prefix << '\t' << name << '\t' << v.agreeing << '/'
+              << v.contacts << '\t' << text.text << '\n';
+  }
+  if (options.json) {
+    print_json(json, 2);
+    return;
+  }
+  std::cout << "登録数: " << learned << " 件\n処理終了\n";
+  for (const std::string& file : files) std::cerr << "出力: " << file << '\n';
+}
+
+void ProgressBar::show(double done) {
+  if (!enabled_) return;
+  constexpr auto kQuietTime = std::chrono::seconds(1);
+  constexpr auto kInterval = std::chrono::milliseconds(100);
+  const auto now = Clock::now();
+  if (now - start_ < kQuietTime || now - last_ < kInterval) return;
+  last_ = now;
+  shown_ = true;
+  constexpr int kWidth = 40;
+  const int filled = static_cast<int>(done * kWidth);
+  std::cerr << "\r[" << std::string(static_cast<std::size_t>(filled), '#')
+            << std::string(static_cast<std::size_t>(kWidth - filled), ' ') << "] "
+            << static_cast<int>(done * 100) << " %" << std::flush;
+}
+
+void ProgressBar::clear() {
+  if (shown_) std::cerr << "\r\033[K" << std::flush;
+  shown_ = false;
+}
+
+}  // namespace tobarine

@@ -1,0 +1,59 @@
+// What tobarine-cli writes: lines for people, tab-separated lines or JSON on standard output, and
+// short notes on standard error.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "callsign/call_analysis.h"
+#include "cli/options.h"
+#include "convert/report.h"
+#include "reference/code_learner.h"
+#include "reference/dxcc_builder.h"
+
+namespace tobarine {
+
+struct RunNames {
+  std::string_view kind;
+  std::string input;
+  std::string output;
+};
+
+// The counts and, as the options say, the report. A run that a record ended prints no "処理終了"
+// and its message on standard error.
+void print_run(const CliOptions& options, const RunNames& names, const ConversionReport& report);
+
+struct LogInfo {
+  std::string_view kind;
+  std::string_view label;
+  std::string_view layout;              // empty: does not apply
+  std::optional<std::size_t> contacts;  // nothing: not counted for this kind
+};
+void print_info(const CliOptions& options, const LogInfo& info);
+
+void print_call(const CliOptions& options, const std::string& call, const CallPlace& place);
+void print_code(const CliOptions& options, const std::string& code, std::string_view dxcc);
+void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std::string& output);
+void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& verdicts,
+                   const std::vector<std::string>& files);
+
+// A bar on standard error for runs of more than a second.
+class ProgressBar {
+ public:
+  explicit ProgressBar(bool enabled) : enabled_(enabled) {}
+  void show(double done);  // 0 .. 1
+  void clear();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  bool enabled_;
+  bool shown_ = false;
+  Clock::time_point start_ = Clock::now();
+  Clock::time_point last_{};
+};
+
+}  // namespace tobarine

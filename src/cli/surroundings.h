@@ -1,0 +1,20 @@
+// What the command line takes from the system around it.
+#pragma once
+
+#include <ctime>
+#include <filesystem>
+#include <string>
+
+#include "app/program_folder.h"
+
+namespace tobarine {
+
+// The executable, TOBARINE_HOME and the user's data folder; `home` is the --home option.
+FolderHints folder_hints(const std::string& home);
+
+bool stderr_is_terminal();
+
+// Prepares the console for UTF-8 where that is not the rule.
+void prepare_console();
+
+}  // namespace tobarine

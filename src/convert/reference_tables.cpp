@@ -1,0 +1,17 @@
+#include "convert/reference_tables.h"
+
+#include "text/folder.h"
+
+namespace tobarine {
+
+void ConversionTables::load(const std::filesystem::path& folder) {
+  bands.load(file_in(folder, "Band_tbl.ini"));
+  modes.load(file_in(folder, "Mode_tbl.ini"));
+}
+
+void CallTables::load(const std::filesystem::path& folder) {
+  calls.load(folder);
+  codes.load(file_in(folder, "h2l_cty.mas"));
+}
+
+}  // namespace tobarine

@@ -1,0 +1,25 @@
+// What a run has done, as a value.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "rules/findings.h"
+
+namespace tobarine {
+
+struct ConversionReport {
+  std::size_t read = 0;     // contacts taken from the input
+  std::size_t written = 0;  // contacts in the output
+  FindingLog findings;
+
+  // Set when a record ended the run early: the message naming file, line and reason. The output
+  // then holds the contacts before it.
+  std::optional<std::string> stopped_by;
+};
+
+// The report as lines for people (UTF-8, each ended by LF); empty when there is nothing to tell.
+std::string report_text(const ConversionReport& report);
+
+}  // namespace tobarine

@@ -1,0 +1,237 @@
+#include "hamlog/h2l_rules.h"
+
+#include <utility>
+
+#include "callsign/us_states.h"
+#include "rules/adif_modes.h"
+#include "rules/band.h"
+#include "rules/time_shift.h"
+#include "text/cp932.h"
+#include "text/strings.h"
+#include "text/utf8.h"
+
+namespace tobarine {
+namespace {
+
+constexpr std::string_view kDxMarker = "$DX";
+constexpr std::string_view kFullWidthBlank = "\u3000";
+constexpr double kJapaneseCodes = 500;  // the first three characters of a code, up to 500A
+constexpr std::string_view kJapan = "339";
+
+bool has_full_width(std::string_view text) {
+  return !is_ascii(text) && cp932_length(text) != char_count(text);
+}
+
+bool is_japanese_code(std::string_view code) {
+  return leading_number(left_chars(code, 3)) <= kJapaneseCodes;
+}
+
+// The last reference that stands in the remarks, by continents in this order, remarks 1 first.
+std::string_view find_iota(std::string_view rmks1, std::string_view rmks2) {
+  std::string_view iota;
+  if (!contains(rmks1, "-") && !contains(rmks2, "-")) return iota;
+  for (const std::string_view continent : {"EU-", "AF-", "AN-", "AS-", "NA-", "OC-", "SA-"}) {
+    for (const std::string_view rmks : {rmks1, rmks2}) {
+      const std::size_t at = rmks.find(continent);
+      if (at != std::string_view::npos) iota = trim(left_chars(rmks.substr(at), 6));
+    }
+  }
+  return iota;
+}
+
+// A contact logged as home/place with the marker in its remarks is looked up as place/home.
+std::string lookup_call(const std::string& call, bool has_marker) {
+  const std::size_t slash = call.find('/');
+  if (!has_marker || slash == std::string::npos) return call;
+  const std::string suffix = call.substr(slash + 1);
+  if (suffix == "MM" || suffix == "P" || contains(suffix, "QRP")) return call;
+  return suffix + "/" + call.substr(0, slash);
+}
+
+void collapse_blanks(std::string& text) {
+  replace_all(text, kFullWidthBlank, " ");
+  for (int pass = 0; pass < 6; ++pass) replace_all(text, "  ", " ");
+}
+
+// The first accepted two characters behind an occurrence of the keyword. An empty keyword occurs
+// nowhere.
+std::string state_behind_keyword(std::string_view text, std::string_view keyword,
+                                 std::string_view entity_prefix) {
+  if (keyword.empty()) return {};
+  for (std::size_t at = text.find(keyword); at != std::string_view::npos;
+       at = text.find(keyword, at + 1)) {
+    std::string candidate(left_chars(text.substr(at + keyword.size()), 2));
+    replace_all(candidate, " ", "");
+    if (is_state_of(entity_prefix, candidate)) return candidate;
+  }
+  return {};
+}
+
+std::string state_as_word(std::string_view text, std::string_view entity_prefix) {
+  std::string state;
+  for_each_piece(text, ' ', [&](std::string_view word) {
+    if (state.empty() && is_state_of(entity_prefix, word)) state = word;
+  });
+  return state;
+}
+
+}  // namespace
+
+H2lRules::H2lRules(H2lOptions options, const H2lTables& tables, AdifTarget target)
+    : options_(std::move(options)),
+      tables_(tables),
+      target_(target),
+      state_keyword_(upper(trim(options_.state_keyword))) {}
+
+bool H2lRules::apply(AdifContact& contact, std::size_t line, FindingLog& findings) {
+  QsoRecord& r = contact.record;
+  if (is_left_out(r, line, findings)) return false;
+  const auto kept = [](const std::string& rmks, bool use, bool keep_full_width) {
+    return use && (keep_full_width || !has_full_width(rmks)) ? std::string_view(rmks)
+                                                             : std::string_view();
+  };
+  const std::string_view kept1 =
+      kept(r.rmks1, options_.use_rmks1, options_.keep_full_width_rmks1);
+  const std::string_view kept2 =
+      kept(r.rmks2, options_.use_rmks2, options_.keep_full_width_rmks2);
+  r.iota = find_iota(kept1, kept2);
+  derive_comment(r, kept1, kept2);
+  derive_place(r, kept1, kept2);
+  derive_codes(r, line, findings);
+  derive_band_and_mode(contact, line, findings);
+  derive_qsl(r, line, findings);
+  derive_time(r, line, findings);
+  contact.name_written = options_.write_name && !has_full_width(r.name);
+  if (contact.name_written) r.name = std::string(trim(r.name));
+  return true;
+}
+
+bool H2lRules::is_left_out(const QsoRecord& r, std::size_t line, FindingLog& findings) const {
+  if (options_.leave_out_japanese_codes) {
+    if (!is_japanese_code(r.code)) return false;
+    findings.add(FindingKind::kLeftOutByCode, line, r.call, r.code);
+    return true;
+  }
+  if (!options_.leave_out_jst || contains(r.time_on, "U")) return false;
+  findings.add(FindingKind::kLeftOutByJst, line, r.call, r.time);
+  return true;
+}
+
+void H2lRules::derive_comment(QsoRecord& r, std::string_view kept1, std::string_view kept2) const {
+  std::string& comment = r.comment;
+  comment.assign(kept1).append("  ").append(kept2);
+  comment = std::string(trim(comment));
+  const bool eqsl = target_ == AdifTarget::kEqsl;
+  if (eqsl && options_.slash_call_in_comment && contains(r.call, "/")) {
+    comment.insert(0, "UR " + r.call + " ");
+  }
+  replace_all(comment, kDxMarker, "");
+  comment = std::string(trim(comment));
+  const bool marked = contains(r.rmks1, kDxMarker) || contains(r.rmks2, kDxMarker);
+  // The marker has always gone to the end of the comment, with no blank before it.
+  if (!eqsl && marked && options_.dx_marker_in_comment) comment += kDxMarker;
+}
+
+void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2) {
+  if (options_.write_qth) r.qth = std::string(trim(r.qth));
+  const bool qth_wanted = options_.write_qth && r.qth.empty() && target_ == AdifTarget::kLogger32;
+  if (!options_.write_state && !qth_wanted) return;
+  const bool marked = contains(kept1, kDxMarker) || contains(kept2, kDxMarker);
+  const CallPlace place = tables_.calls.find(lookup_call(r.call, marked), r.qso_date);
+  if (qth_wanted) r.qth = place.qth();
+  if (options_.write_state && has_states(place.prefix())) {
+    r.state = find_state(r, place.prefix());
+  }
+}
+
+std::string H2lRules::find_state(const QsoRecord& r, std::string_view entity_prefix) {
+  const auto search = [&](const std::string& rmks) {
+    upper_into(rmks, upper_remarks_);
+    collapse_blanks(upper_remarks_);
+    const std::string_view text = trim(upper_remarks_);
+    std::string state;
+    if (options_.state_search != StateSearch::kWord) {
+      state = state_behind_keyword(text, state_keyword_, entity_prefix);
+    }
+    if (state.empty() && options_.state_search != StateSearch::kKeyword) {
+      state = state_as_word(text, entity_prefix);
+    }
+    return state;
+  };
+  std::string state;
+  if (options_.state_remarks != StateRemarks::kRmks2) state = search(r.rmks1);
+  if (state.empty() && options_.state_remarks != StateRemarks::kRmks1) state = search(r.rmks2);
+  return state;
+}
+
+void H2lRules::derive_codes(QsoRecord& r, std::size_t line, FindingLog& findings) const {
+  if (trim(r.code).empty()) return;
+  if (leading_number(left_chars(r.code, 1)) < 5) {
+    const std::size_t length = char_count(r.code);
+    if (length == 4) r.jcc = r.code;
+    if (length > 4) r.jcg = r.code;
+  }
+  r.dxcc = tables_.codes.find(r.code);
+  if (r.dxcc != "0") return;
+  if (is_japanese_code(r.code)) {
+    r.dxcc = kJapan;
+  } else {
+    findings.add(FindingKind::kUnknownCode, line, r.call, r.code);
+  }
+}
+
+void H2lRules::derive_band_and_mode(AdifContact& contact, std::size_t line,
+                                    FindingLog& findings) const {
+  QsoRecord& r = contact.record;
+  if (r.freq.ends_with('.')) r.freq.pop_back();
+  const std::string_view freq = r.freq;
+  const HamlogBand band =
+      band_for_adif(tables_.bands, freq.substr(0, freq.find('.')), r.rmks1, r.rmks2);
+  r.band = band.name;
+  contact.band_only = band.from_remark;
+  if (band.name.empty()) {
+    findings.add(FindingKind::kNoBand, line, r.call, freq);
+  } else if (!band.from_remark && freq.find_first_of("Gg") != std::string_view::npos) {
+    findings.add(FindingKind::kGigahertzText, line, r.call, r.freq + " -> " + r.band);
+  }
+  r.adif_mode = r.mode;
+  if (!tables_.modes.csv_to_adif(r.adif_mode) && !is_adif_mode(r.mode)) {
+    findings.add(FindingKind::kUnknownMode, line, r.call, r.mode);
+  }
+}
+
+void H2lRules::derive_qsl(QsoRecord& r, std::size_t line, FindingLog& findings) {
+  const std::string_view route = mid_chars(r.qsl, 0, 1);
+  const auto mark = [&r](std::size_t at) {
+    return trim(mid_chars(r.qsl, at, 1)).empty() ? "N" : "Y";
+  };
+  r.qsl_sent = mark(1);
+  r.qsl_rcvd = mark(2);
+  if (route != "M" || target_ == AdifTarget::kEqsl) return;
+  upper_into(r.rmks1 + "  " + r.rmks2, upper_remarks_);
+  const std::string_view remarks = trim(upper_remarks_);
+  if (const std::size_t at = remarks.find('@'); at != std::string_view::npos) {
+    const std::string_view manager = trim(left_chars(remarks.substr(at + 1), 10));
+    r.qsl_via = manager.substr(0, manager.find(' '));
+  }
+  if (r.qsl_via.empty()) findings.add(FindingKind::kNoQslManager, line, r.call, "");
+}
+
+void H2lRules::derive_time(QsoRecord& r, std::size_t line, FindingLog& findings) const {
+  const bool jst = contains(r.time_on, "J");
+  if (!jst && !contains(r.time_on, "U")) {
+    findings.add(FindingKind::kNoZoneLetter, line, r.call, r.time);
+  }
+  if (jst) {
+    if (auto utc = shift_jst_to_utc(r.qso_date, r.time_on)) {
+      r.qso_date = std::move(utc->date);
+      r.time_on = std::move(utc->time);
+      return;
+    }
+  } else if (is_date_and_time(r.qso_date, r.time_on)) {
+    return;
+  }
+  findings.add(FindingKind::kBadDateOrTime, line, r.call, r.date + " " + r.time);
+}
+
+}  // namespace tobarine

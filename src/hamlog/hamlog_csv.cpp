@@ -1,0 +1,146 @@
+#include "hamlog/hamlog_csv.h"
+
+#include <algorithm>
+
+#include "text/cp932.h"
+#include "text/error.h"
+#include "text/strings.h"
+#include "text/utf8.h"
+
+namespace tobarine {
+namespace {
+
+constexpr double kLastYearOf2000s = 30;
+
+// yy/mm/dd to yyyymmdd, by position, whatever the characters are.
+void derive_date(std::string_view date, std::string& result) {
+  const std::string_view year = left_chars(date, 2);
+  const std::string_view month = mid_chars(date, 3, 2);
+  const std::string_view day = right_chars(date, 2);
+  std::string digits;
+  digits.append(year).append(month).append(day);
+  const bool is_2000s = leading_number(left_chars(digits, 2)) <= kLastYearOf2000s;
+  result.assign(is_2000s ? "20" : "19").append(digits);
+}
+
+void fill_record(const std::vector<std::string_view>& columns, QsoRecord& record) {
+  constexpr std::array<std::string QsoRecord::*, 14> kFields = {
+      &QsoRecord::call, &QsoRecord::date, &QsoRecord::time,  &QsoRecord::his_rst,
+      &QsoRecord::my_rst, &QsoRecord::freq, &QsoRecord::mode,  &QsoRecord::code,
+      &QsoRecord::grid, &QsoRecord::qsl,  &QsoRecord::name,  &QsoRecord::qth,
+      &QsoRecord::rmks1, &QsoRecord::rmks2};
+  for (std::string QsoRecord::*derived :
+       {&QsoRecord::band, &QsoRecord::adif_mode, &QsoRecord::dxcc, &QsoRecord::jcc,
+        &QsoRecord::jcg, &QsoRecord::state, &QsoRecord::iota, &QsoRecord::qsl_via,
+        &QsoRecord::qsl_sent, &QsoRecord::qsl_rcvd, &QsoRecord::comment, &QsoRecord::band_remark,
+        &QsoRecord::band_remark_pos}) {
+    (record.*derived).clear();
+  }
+  for (std::size_t i = 0; i < kFields.size(); ++i) record.*kFields[i] = columns[i];
+  derive_date(record.date, record.qso_date);
+  record.time_on.assign(left_chars(record.time, 2)).append(right_chars(record.time, 3));
+  record.freq = trim(columns[5]);
+  record.qsl += "  ";
+  record.qsl = std::string(left_chars(record.qsl, 3));
+}
+
+// The beginning of a line, fit for a message.
+std::string beginning(std::string_view line) {
+  constexpr std::size_t kShown = 40;
+  std::string text(left_chars(line, kShown));
+  for (char& c : text) {
+    if (static_cast<unsigned char>(c) < ' ') c = ' ';
+  }
+  return text + (text.size() < line.size() ? "..." : "");
+}
+
+void check_columns(const std::filesystem::path& path, std::size_t line, std::size_t columns,
+                   std::string_view text) {
+  if (columns >= kHamlogColumns) return;
+  throw RecordError(path, line,
+                    "欄が足りません (" + std::to_string(columns) + " 個、必要なのは " +
+                        std::to_string(kHamlogColumns) + " 個)。ここで変換を中止しました: 「" +
+                        beginning(text) + "」");
+}
+
+void report_invalid_bytes(std::size_t count, std::size_t line, std::string_view call,
+                          FindingLog& findings) {
+  if (count == 0) return;
+  findings.add(FindingKind::kInvalidByte, line, call, std::to_string(count) + " バイト");
+}
+
+}  // namespace
+
+HamlogLayout hamlog_layout(const std::filesystem::path& path) {
+  LineReader lines(path);
+  std::string_view line;
+  if (!lines.next(line)) return HamlogLayout::kEmpty;
+  std::string text = from_cp932(line);
+  replace_all(text, "\"", "");
+  const std::size_t comma = text.find(',');
+  if (comma == std::string::npos) {
+    throw RecordError(path, 1,
+                      "コンマがありません。Hamlog の CSV ではないようです: 「" + beginning(text) +
+                          "」");
+  }
+  const std::string_view rest = std::string_view(text).substr(comma + 1);
+  return contains(rest.substr(0, rest.find(',')), "/") ? HamlogLayout::kNew : HamlogLayout::kOld;
+}
+
+std::size_t count_lines(const std::filesystem::path& path) {
+  LineReader lines(path);
+  std::string_view line;
+  while (lines.next(line)) {
+  }
+  return lines.line();
+}
+
+bool HamlogLineReader::next(QsoRecord& record, FindingLog& findings) {
+  std::string_view line;
+  if (!lines_.next(line)) return false;
+  text_.clear();
+  const std::size_t invalid = decode_cp932(line, text_);
+  bool quoted = false;
+  bool split_inside = false;
+  std::size_t kept = 0;
+  std::size_t begin = 0;
+  columns_.clear();
+  for (const char c : text_) {
+    if (c == '"') {
+      quoted = !quoted;
+      continue;
+    }
+    if (c == ',') {
+      columns_.emplace_back(text_.data() + begin, kept - begin);
+      begin = kept + 1;
+      split_inside = split_inside || quoted;
+    }
+    text_[kept++] = c;
+  }
+  columns_.emplace_back(text_.data() + begin, kept - begin);
+  check_columns(lines_.file().path(), lines_.line(), columns_.size(),
+                std::string_view(text_).substr(0, kept));
+  fill_record(columns_, record);
+  report_invalid_bytes(invalid, lines_.line(), record.call, findings);
+  if (split_inside) findings.add(FindingKind::kSplitByComma, lines_.line(), record.call, "");
+  return true;
+}
+
+bool HamlogRowReader::next(QsoRecord& record, FindingLog& findings) {
+  if (!rows_.next(columns_)) return false;
+  std::string start;
+  if (columns_.size() < kHamlogColumns) {
+    for (const std::string_view column : columns_) start.append(column).append(",");
+    if (!start.empty()) start.pop_back();
+  }
+  check_columns(rows_.file().path(), rows_.line(), columns_.size(), start);
+  fill_record(columns_, record);
+  report_invalid_bytes(rows_.invalid_bytes(), rows_.line(), record.call, findings);
+  if (rows_.unclosed_quote()) {
+    findings.add(FindingKind::kUnclosedQuote, rows_.line(), record.call,
+                 std::to_string(rows_.last_line()) + " 行目まで");
+  }
+  return true;
+}
+
+}  // namespace tobarine

@@ -1,0 +1,81 @@
+// The user's two conversion tables between ADIF ("L") and Hamlog's CSV ("H"): bands and modes.
+//
+// File form: one row a line, double-quoted fields separated by commas, CP932. A band row holds
+// number, ADIF band, Hamlog frequency, keyword (memo) and placement; a mode row number, ADIF mode
+// and Hamlog mode. Numbers are ignored on reading.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tobarine {
+
+struct BandRow {
+  std::string adif;       // ADIF band name
+  std::string freq;       // Hamlog frequency, MHz
+  std::string memo;       // keyword that marks this band in the remarks
+  std::string placement;  // "1" to "4": left or right of remarks 1, left or right of remarks 2
+};
+
+struct ModeRow {
+  std::string adif;
+  std::string csv;
+};
+
+// Rows that are not in use hold empty texts, and are compared like any other.
+class BandTable {
+ public:
+  static constexpr std::size_t kRows = 22;
+  static constexpr std::size_t kCompared = 20;  // the last two rows are never looked at
+  static constexpr std::size_t kSaved = 10;     // saving keeps no more
+
+  // Throws FileError; RecordError (line = row) for a row too many or with too few fields.
+  void load(const std::filesystem::path& path);
+
+  std::size_t size() const { return size_; }  // rows loaded
+  const BandRow& operator[](std::size_t row) const { return rows_[row]; }
+  std::span<const BandRow> compared() const { return {rows_.data(), kCompared}; }
+
+ private:
+  std::array<BandRow, kRows> rows_;
+  std::size_t size_ = 0;
+};
+
+class ModeTable {
+ public:
+  static constexpr std::size_t kRows = 32;
+  static constexpr std::size_t kCompared = 30;
+  static constexpr std::size_t kSaved = 20;
+
+  void load(const std::filesystem::path& path);  // as BandTable::load
+
+  std::size_t size() const { return size_; }
+  const ModeRow& operator[](std::size_t row) const { return rows_[row]; }
+
+  // Replaces a mode in place. Every row is compared, also after a match, and with the value already
+  // replaced: the last match of the chain wins. True when any row matched.
+  bool adif_to_csv(std::string& mode) const { return replace(mode, &Keys::adif); }
+  bool csv_to_adif(std::string& mode) const { return replace(mode, &Keys::csv); }
+
+ private:
+  struct Keys {
+    std::string adif;  // trimmed by nobody: a row's blanks are part of it
+    std::string csv;
+  };
+  bool replace(std::string& mode, std::string Keys::*from) const;
+
+  std::array<ModeRow, kRows> rows_;
+  std::array<Keys, kRows> upper_;  // the rows in upper case, made once
+  std::size_t size_ = 0;
+};
+
+// Writes the rows up to the first whose ADIF column is blank, at most kSaved of them, numbered from
+// 1. The file is replaced as a whole. Throws FileError.
+void save_band_table(const std::filesystem::path& path, std::span<const BandRow> rows);
+void save_mode_table(const std::filesystem::path& path, std::span<const ModeRow> rows);
+
+}  // namespace tobarine

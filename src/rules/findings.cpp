@@ -1,0 +1,52 @@
+#include "rules/findings.h"
+
+namespace tobarine {
+namespace {
+
+struct KindText {
+  FindingKind kind;
+  std::string_view name;
+  std::string_view heading;
+};
+
+constexpr KindText kKinds[] = {
+    {FindingKind::kLeftOutByCode, "left-out-by-code",
+     "Ｃｏｄｅ が ５００Ａ 以下なので出力しなかった交信"},
+    {FindingKind::kLeftOutByJst, "left-out-by-jst",
+     "時刻表示が ＪＳＴ なので出力しなかった交信"},
+    {FindingKind::kUnknownMode, "unknown-mode", "ADIF にも変換テーブルにも無いモード"},
+    {FindingKind::kNoBand, "no-band", "バンドが分からない周波数"},
+    {FindingKind::kGigahertzText, "gigahertz-text", "GHz の表記が短波のバンドになった周波数"},
+    {FindingKind::kBadDateOrTime, "bad-date-or-time",
+     "日付または時刻として読めない (UTC に変換せずそのまま出力した) 交信"},
+    {FindingKind::kNoZoneLetter, "no-zone-letter",
+     "時刻に J も U も無い (UTC に変換せずそのまま出力した) 交信"},
+    {FindingKind::kUnknownCode, "unknown-code",
+     "h2l_cty.mas に無い Code (tobarine-cli build codes で御自分のログから登録できます)"},
+    {FindingKind::kNoQslManager, "no-qsl-manager",
+     "QSL が M なのに Remarks に @マネージャー が無い交信"},
+    {FindingKind::kInvalidByte, "invalid-byte",
+     "Shift-JIS (CP932) ではないバイト (そのまま書き写した)"},
+    {FindingKind::kNotEncodable, "not-encodable",
+     "Shift-JIS (CP932) で書けない文字 (\"?\" にした)"},
+    {FindingKind::kUnclosedQuote, "unclosed-quote",
+     "閉じていない引用符 (以降の行がすべて一つの欄になった)"},
+    {FindingKind::kSplitByComma, "split-by-comma",
+     "引用符の中のコンマで欄が分かれ、後ろの欄がずれた行"},
+};
+static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
+
+const KindText& text_of(FindingKind kind) { return kKinds[static_cast<std::size_t>(kind)]; }
+
+}  // namespace
+
+std::string_view finding_name(FindingKind kind) { return text_of(kind).name; }
+std::string_view finding_heading(FindingKind kind) { return text_of(kind).heading; }
+
+void FindingLog::add(FindingKind kind, std::size_t line, std::string_view call,
+                     std::string_view text) {
+  if (++counts_[static_cast<std::size_t>(kind)] > kKept) return;
+  kept_.push_back({kind, line, std::string(call), std::string(text)});
+}
+
+}  // namespace tobarine

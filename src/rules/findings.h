@@ -1,0 +1,55 @@
+// What a run tells the user beside its result: values, collected while reading goes on.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tobarine {
+
+enum class FindingKind {
+  kLeftOutByCode,
+  kLeftOutByJst,
+  kUnknownMode,
+  kNoBand,
+  kGigahertzText,
+  kBadDateOrTime,
+  kNoZoneLetter,
+  kUnknownCode,
+  kNoQslManager,
+  kInvalidByte,
+  kNotEncodable,
+  kUnclosedQuote,
+  kSplitByComma,
+  kCount
+};
+
+// The stable name of a kind for machines ("unknown-mode") and its heading for people.
+std::string_view finding_name(FindingKind kind);
+std::string_view finding_heading(FindingKind kind);
+
+struct Finding {
+  FindingKind kind;
+  std::size_t line;  // of the input file, from 1; 0 when none belongs to it
+  std::string call;
+  std::string text;  // the value in question, or empty
+};
+
+// Keeps the first kKept findings of each kind, and the count of all.
+class FindingLog {
+ public:
+  static constexpr std::size_t kKept = 1000;
+
+  void add(FindingKind kind, std::size_t line, std::string_view call, std::string_view text);
+
+  std::size_t count(FindingKind kind) const { return counts_[static_cast<std::size_t>(kind)]; }
+  const std::vector<Finding>& kept() const { return kept_; }  // in the order of adding
+
+ private:
+  std::array<std::size_t, static_cast<std::size_t>(FindingKind::kCount)> counts_{};
+  std::vector<Finding> kept_;
+};
+
+}  // namespace tobarine

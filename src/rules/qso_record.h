@@ -1,0 +1,46 @@
+// One contact on its way from a reader to a writer. Every field is UTF-8 text; an absent value is
+// empty.
+#pragma once
+
+#include <string>
+
+namespace tobarine {
+
+struct QsoRecord {
+  // As the log has them, in the order of the Hamlog CSV columns.
+  std::string call;
+  std::string date;     // "yy/mm/dd"
+  std::string time;     // "hh:mm" and the zone letter "J" or "U"
+  std::string his_rst;  // report sent
+  std::string my_rst;   // report received
+  std::string freq;     // MHz
+  std::string mode;
+  std::string code;  // JCC/JCG number or Hamlog's DX code
+  std::string grid;
+  std::string qsl;  // three characters: route, sent mark, received mark
+  std::string name;
+  std::string qth;
+  std::string rmks1;
+  std::string rmks2;
+
+  // Derived on the way.
+  std::string qso_date;  // yyyymmdd
+  std::string time_on;   // hhmm and the zone letter
+  std::string band;      // ADIF band name
+  std::string adif_mode;
+  std::string dxcc;  // entity number
+  std::string jcc;
+  std::string jcg;
+  std::string state;  // two-letter code of a US state
+  std::string iota;
+  std::string qsl_via;
+  std::string qsl_sent;  // "Y" or "N"
+  std::string qsl_rcvd;  // "Y" or "N"
+  std::string comment;
+
+  // Set by the band rules when ADIF becomes Hamlog CSV.
+  std::string band_remark;      // "Band=" and the band table's keyword
+  std::string band_remark_pos;  // "1" to "4"
+};
+
+}  // namespace tobarine

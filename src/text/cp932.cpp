@@ -1,0 +1,207 @@
+#include "text/cp932.h"
+
+#include <array>
+#include <cstring>
+#include <memory>
+
+#include "text/utf8.h"
+
+namespace tobarine {
+namespace {
+
+constexpr int kTrails = 188;
+constexpr std::uint16_t kPairs[] = {
+#include "text/cp932_table.inc"
+};
+
+constexpr char32_t kUserDefinedFirst = 0xE000;
+constexpr char32_t kUserDefinedLast = 0xE757;
+
+// The row of a lead byte in kPairs; -1 when the byte leads no row of the table.
+int table_row(std::uint8_t lead) {
+  if (lead >= 0x81 && lead <= 0x9F) return lead - 0x81;
+  if (lead >= 0xE0 && lead <= 0xEF) return lead - 0xE0 + 31;
+  if (lead >= 0xFA && lead <= 0xFC) return lead - 0xFA + 47;
+  return -1;
+}
+
+// 0 .. 187 for a trail byte, -1 for any other byte.
+int trail_index(std::uint8_t trail) {
+  if (trail >= 0x40 && trail <= 0x7E) return trail - 0x40;
+  if (trail >= 0x80 && trail <= 0xFC) return trail - 0x41;
+  return -1;
+}
+
+std::uint8_t trail_byte(int index) {
+  return static_cast<std::uint8_t>(index < 63 ? index + 0x40 : index + 0x41);
+}
+
+// Single bytes 80-FF that are characters; 0 for lead bytes.
+char32_t single_byte(std::uint8_t byte) {
+  if (byte == 0x80 || byte == 0xA0) return byte;
+  if (byte >= 0xA1 && byte <= 0xDF) return 0xFF61 + (byte - 0xA1);
+  if (byte >= 0xFD) return 0xF8F1 + (byte - 0xFD);
+  return 0;
+}
+
+// Characters whose look Windows keeps although CP932 decodes to another code point.
+struct LookAlike {
+  char32_t code_point;
+  std::uint16_t code;
+};
+constexpr LookAlike kLookAlikes[] = {
+    {0x00A2, 0x8191},  // cent
+    {0x00A3, 0x8192},  // pound
+    {0x00A5, 0x5C},    // yen: the backslash of Japanese fonts
+    {0x00AC, 0x81CA},  // not
+    {0x2014, 0x815C},  // em dash
+    {0x2016, 0x8161},  // double vertical line
+    {0x203E, 0x7E},    // overline: the tilde of JIS X 0201
+    {0x2212, 0x817C},  // minus
+    {0x301C, 0x8160},  // wave dash
+    {0xF8F0, 0xA0},
+};
+
+// Code point -> CP932 code for the whole BMP; 0 means "not in CP932".
+using EncodeTable = std::array<std::uint16_t, 0x10000>;
+
+// Several characters stand twice in CP932. Windows writes them from JIS X 0208 first, then NEC row
+// 13, then the IBM extensions; the NEC-selected rows ED and EE are read and never written.
+void add_rows(EncodeTable& table, std::uint8_t first_lead, std::uint8_t last_lead) {
+  for (int lead = first_lead; lead <= last_lead; ++lead) {
+    const int row = table_row(static_cast<std::uint8_t>(lead));
+    for (int i = 0; i < kTrails; ++i) {
+      const std::uint16_t code_point = kPairs[row * kTrails + i];
+      if (code_point != 0 && table[code_point] == 0) {
+        table[code_point] = static_cast<std::uint16_t>(lead << 8 | trail_byte(i));
+      }
+    }
+  }
+}
+
+std::unique_ptr<EncodeTable> make_encode_table() {
+  auto table = std::make_unique<EncodeTable>();
+  for (int byte = 1; byte < 0x80; ++byte) (*table)[byte] = static_cast<std::uint16_t>(byte);
+  for (int byte = 0x80; byte < 0x100; ++byte) {
+    if (const char32_t c = single_byte(static_cast<std::uint8_t>(byte)); c != 0) {
+      (*table)[c] = static_cast<std::uint16_t>(byte);
+    }
+  }
+  add_rows(*table, 0x81, 0x86);
+  add_rows(*table, 0x88, 0x9F);
+  add_rows(*table, 0xE0, 0xEC);
+  add_rows(*table, 0x87, 0x87);
+  add_rows(*table, 0xFA, 0xFC);
+  for (const LookAlike& l : kLookAlikes) {
+    if ((*table)[l.code_point] == 0) (*table)[l.code_point] = l.code;
+  }
+  for (char32_t c = kUserDefinedFirst; c <= kUserDefinedLast; ++c) {
+    const int offset = static_cast<int>(c - kUserDefinedFirst);
+    (*table)[c] =
+        static_cast<std::uint16_t>((0xF0 + offset / kTrails) << 8 | trail_byte(offset % kTrails));
+  }
+  return table;
+}
+
+const EncodeTable& encode_table() {
+  static const std::unique_ptr<EncodeTable> table = make_encode_table();
+  return *table;
+}
+
+}  // namespace
+
+char32_t cp932_pair_to_unicode(std::uint8_t lead, std::uint8_t trail) {
+  const int index = trail_index(trail);
+  if (index < 0) return 0;
+  if (lead >= 0xF0 && lead <= 0xF9) return kUserDefinedFirst + (lead - 0xF0) * kTrails + index;
+  const int row = table_row(lead);
+  return row < 0 ? 0 : kPairs[row * kTrails + index];
+}
+
+int cp932_from_unicode(char32_t code_point) {
+  if (code_point == 0) return 0;
+  if (code_point >= kInvalidByteBase + 0x80 && code_point <= kInvalidByteBase + 0xFF) {
+    return static_cast<int>(code_point - kInvalidByteBase);
+  }
+  if (code_point > 0xFFFF) return -1;
+  const std::uint16_t code = encode_table()[code_point];
+  return code == 0 ? -1 : code;
+}
+
+std::size_t decode_cp932(std::string_view bytes, std::string& utf8) {
+  std::size_t invalid = 0;
+  std::size_t i = 0;
+  while (i < bytes.size()) {
+    const std::size_t run = ascii_prefix(bytes.substr(i));
+    utf8.append(bytes, i, run);
+    i += run;
+    if (i == bytes.size()) break;
+    const auto byte = static_cast<std::uint8_t>(bytes[i]);
+    if (const char32_t single = single_byte(byte); single != 0) {
+      append_utf8(single, utf8);
+      ++i;
+      continue;
+    }
+    const char32_t pair =
+        i + 1 < bytes.size() ? cp932_pair_to_unicode(byte, static_cast<std::uint8_t>(bytes[i + 1]))
+                             : 0;
+    if (pair != 0) {
+      append_utf8(pair, utf8);
+      i += 2;
+    } else {
+      append_utf8(kInvalidByteBase + byte, utf8);
+      ++invalid;
+      ++i;
+    }
+  }
+  return invalid;
+}
+
+std::size_t encode_cp932(std::string_view utf8, std::string& bytes) {
+  std::size_t lacking = 0;
+  while (!utf8.empty()) {
+    const std::size_t run = ascii_prefix(utf8);
+    bytes.append(utf8, 0, run);
+    utf8.remove_prefix(run);
+    if (utf8.empty()) break;
+    const Utf8Char c = next_utf8(utf8);
+    utf8.remove_prefix(c.size);
+    const int code = c.valid ? cp932_from_unicode(c.code_point) : -1;
+    if (code < 0) {
+      bytes.push_back('?');
+      ++lacking;
+      continue;
+    }
+    if (code > 0xFF) bytes.push_back(static_cast<char>(code >> 8));
+    bytes.push_back(static_cast<char>(code & 0xFF));
+  }
+  return lacking;
+}
+
+std::string from_cp932(std::string_view bytes) {
+  std::string utf8;
+  decode_cp932(bytes, utf8);
+  return utf8;
+}
+
+std::string to_cp932(std::string_view utf8) {
+  std::string bytes;
+  encode_cp932(utf8, bytes);
+  return bytes;
+}
+
+std::size_t cp932_length(std::string_view utf8) {
+  std::size_t length = 0;
+  while (!utf8.empty()) {
+    const std::size_t run = ascii_prefix(utf8);
+    length += run;
+    utf8.remove_prefix(run);
+    if (utf8.empty()) break;
+    const Utf8Char c = next_utf8(utf8);
+    utf8.remove_prefix(c.size);
+    length += c.valid && cp932_from_unicode(c.code_point) > 0xFF ? 2 : 1;
+  }
+  return length;
+}
+
+}  // namespace tobarine

@@ -1,0 +1,39 @@
+// The Japanese Windows code page (CP932) to and from UTF-8, as Windows maps it: JIS X 0208, NEC row
+// 13, NEC-selected and IBM extensions, user-defined characters (F040-F9FC <-> U+E000-E757), and the
+// single bytes 80, A0, FD, FE, FF. Table-driven, the same on every platform and in every locale.
+//
+// A byte that is no valid CP932 is kept inside the program as a code point of its own (U+10FF00 plus
+// the byte) and written back as that same byte, so that a damaged text survives a conversion.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tobarine {
+
+// The code point that stands for the invalid byte 00; U+10FF80 .. U+10FFFF stand for 80 .. FF.
+inline constexpr char32_t kInvalidByteBase = 0x10FF00;
+
+// Appends `bytes` (CP932) to `utf8`. Returns the number of invalid bytes that were escaped.
+std::size_t decode_cp932(std::string_view bytes, std::string& utf8);
+
+// Appends `utf8` to `bytes` as CP932. A character that CP932 lacks becomes "?"; returns their number.
+// Malformed UTF-8 counts as one such character per byte.
+std::size_t encode_cp932(std::string_view utf8, std::string& bytes);
+
+// Convenience forms for short texts.
+std::string from_cp932(std::string_view bytes);
+std::string to_cp932(std::string_view utf8);
+
+// The number of bytes that `utf8` takes in CP932.
+std::size_t cp932_length(std::string_view utf8);
+
+// The code point of a two-byte character, 0 when the pair is not assigned.
+char32_t cp932_pair_to_unicode(std::uint8_t lead, std::uint8_t trail);
+
+// The CP932 code (one byte, or lead * 256 + trail) of a code point; -1 when CP932 lacks it.
+int cp932_from_unicode(char32_t code_point);
+
+}  // namespace tobarine

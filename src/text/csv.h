@@ -1,0 +1,46 @@
+// Comma-separated records, read with regard to double quotes.
+//
+// A field that begins with a double quote runs to its closing quote: commas and line ends inside
+// belong to it, two double quotes inside are one, and text behind the closing quote is kept up to
+// the comma. A double quote elsewhere is a character like any other. A record ends with CR LF or LF;
+// a last record without a line end counts.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "text/input_file.h"
+
+namespace tobarine {
+
+class CsvReader {
+ public:
+  explicit CsvReader(const std::filesystem::path& path) : bytes_(path) {}
+
+  // The next record's fields as UTF-8 without their quotes; false at the end of the file. The views
+  // are valid until the next call. Throws FileError, RecordError.
+  bool next(std::vector<std::string_view>& fields);
+
+  std::size_t line() const { return first_line_; }  // line on which the last record begins, from 1
+  std::size_t last_line() const { return bytes_.line(); }     // line on which it ends
+  std::size_t invalid_bytes() const { return invalid_bytes_; }  // in the last record
+  bool unclosed_quote() const { return unclosed_quote_; }  // the last record ran to the file's end
+  const InputFile& file() const { return bytes_.file(); }
+
+ private:
+  std::size_t find_record_end();
+  void split(std::vector<std::string_view>& fields);
+
+  ByteReader bytes_;
+  std::string text_;    // the record as UTF-8
+  std::string values_;  // its fields, one behind the other
+  std::vector<std::size_t> ends_;
+  std::size_t first_line_ = 0;
+  std::size_t invalid_bytes_ = 0;
+  bool unclosed_quote_ = false;
+};
+
+}  // namespace tobarine

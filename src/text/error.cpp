@@ -1,0 +1,42 @@
+#include "text/error.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace tobarine {
+
+std::string path_text(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+std::string system_reason(int error_number) {
+  switch (error_number) {
+    case ENOENT:
+      return "ファイルがありません";
+    case EACCES:
+    case EPERM:
+      return "アクセスが許可されていません";
+    case EISDIR:
+      return "フォルダーです (ファイルを指定して下さい)";
+    case ENOTDIR:
+      return "途中のフォルダーがありません";
+    case ENOSPC:
+      return "ディスクの空き容量がありません";
+    case EROFS:
+      return "書き込みできないディスクです";
+    case EFBIG:
+      return "ファイルが大きすぎます";
+    default:
+      return std::generic_category().message(error_number);
+  }
+}
+
+FileError::FileError(const std::filesystem::path& file, std::string_view reason)
+    : Error(path_text(file) + ": " + std::string(reason)) {}
+
+RecordError::RecordError(const std::filesystem::path& file, std::size_t line,
+                         std::string_view reason)
+    : Error(path_text(file) + ": " + std::to_string(line) + " 行目: " + std::string(reason)) {}
+
+}  // namespace tobarine

@@ -1,0 +1,43 @@
+// The few kinds of failure that end a command. They are thrown where the failure is seen and caught
+// once, where the command was given; `what()` is the one line the user reads.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace tobarine {
+
+// Base of all failures below. `what()` is UTF-8, one line, without a line end.
+class Error : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// A file cannot be opened, read, written or replaced, or is not what it should be as a whole.
+class FileError : public Error {
+ public:
+  FileError(const std::filesystem::path& file, std::string_view reason);
+};
+
+// One line, row or record of a file is such that reading cannot go on. `line` counts from 1.
+class RecordError : public Error {
+ public:
+  RecordError(const std::filesystem::path& file, std::size_t line, std::string_view reason);
+};
+
+// The command was given wrongly (unknown setting, output equal to input, ...).
+class UsageError : public Error {
+ public:
+  using Error::Error;
+};
+
+// The path as UTF-8 text for messages.
+std::string path_text(const std::filesystem::path& path);
+
+// The system's reason for the failure of the last call (errno), in Japanese for the common ones.
+std::string system_reason(int error_number);
+
+}  // namespace tobarine

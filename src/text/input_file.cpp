@@ -1,0 +1,113 @@
+#include "text/input_file.h"
+
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+
+#include "text/cp932.h"
+#include "text/error.h"
+
+namespace tobarine {
+namespace {
+
+constexpr std::size_t kBuffer = std::size_t{1} << 18;
+constexpr char kEndMark = '\x1A';
+
+std::FILE* open_for_reading(const std::filesystem::path& path) {
+#ifdef _WIN32
+  return _wfopen(path.c_str(), L"rb");
+#else
+  return std::fopen(path.c_str(), "rb");
+#endif
+}
+
+}  // namespace
+
+InputFile::InputFile(const std::filesystem::path& path) : path_(path) {
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) throw FileError(path, system_reason(EISDIR));
+  file_.reset(open_for_reading(path));
+  if (!file_) throw FileError(path, "開けません: " + system_reason(errno));
+  std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  size_ = error ? 0 : size;
+}
+
+std::size_t InputFile::read(char* buffer, std::size_t size) {
+  const std::size_t got = std::fread(buffer, 1, size, file_.get());
+  if (got < size && std::ferror(file_.get()) != 0) {
+    throw FileError(path_, "読めません: " + system_reason(errno));
+  }
+  bytes_read_ += got;
+  return got;
+}
+
+ByteReader::ByteReader(const std::filesystem::path& path) : file_(path), buffer_(kBuffer) {}
+
+bool ByteReader::fill() {
+  if (at_end_) return false;
+  if (begin_ > 0) {
+    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+    end_ -= begin_;
+    begin_ = 0;
+  }
+  if (end_ >= kLongestLine) {
+    throw RecordError(file_.path(), line_ + 1,
+                      "行が長すぎます (1 MB を超えています)。ログのファイルではないようです");
+  }
+  if (buffer_.size() < end_ + kBuffer) buffer_.resize(end_ + kBuffer);
+  const std::size_t room = buffer_.size() - end_;
+  const std::size_t got = file_.read(buffer_.data() + end_, room);
+  end_ += got;
+  if (got < room) {
+    at_end_ = true;
+    if (end_ > begin_ && buffer_[end_ - 1] == kEndMark) --end_;
+  }
+  return got > 0;
+}
+
+bool LineReader::next(std::string_view& line) {
+  bytes_.consume(pending_);
+  pending_ = 0;
+  std::size_t searched = 0;
+  for (;;) {
+    const std::string_view window = bytes_.window();
+    std::size_t end = window.find('\n', searched);
+    if (end == std::string_view::npos) {
+      searched = window.size();
+      if (bytes_.fill()) continue;
+      if (bytes_.window().empty()) return false;
+      line = bytes_.window();
+      pending_ = line.size();
+    } else {
+      pending_ = end + 1;
+      if (end > 0 && window[end - 1] == '\r') --end;
+      line = window.substr(0, end);
+    }
+    bytes_.count_line();
+    return true;
+  }
+}
+
+std::string read_whole_file(const std::filesystem::path& path) {
+  InputFile file(path);
+  std::string bytes;
+  std::size_t got = 0;
+  do {
+    const std::size_t size = bytes.size();
+    bytes.resize(size + kBuffer);
+    got = file.read(bytes.data() + size, kBuffer);
+    bytes.resize(size + got);
+  } while (got == kBuffer);
+  return bytes;
+}
+
+std::vector<std::string> read_text_lines(const std::filesystem::path& path) {
+  LineReader reader(path);
+  std::vector<std::string> lines;
+  std::string_view line;
+  while (reader.next(line)) lines.push_back(from_cp932(line));
+  return lines;
+}
+
+}  // namespace tobarine

@@ -1,0 +1,91 @@
+// A file opened for reading, and its lines. The file is never opened for writing.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tobarine {
+
+// Opens for reading; throws FileError (no such file, a folder, no permission).
+class InputFile {
+ public:
+  explicit InputFile(const std::filesystem::path& path);
+
+  // Reads up to `size` bytes; fewer only at the end of the file. Throws FileError.
+  std::size_t read(char* buffer, std::size_t size);
+
+  const std::filesystem::path& path() const { return path_; }
+  std::uint64_t bytes_read() const { return bytes_read_; }
+  std::uint64_t size() const { return size_; }  // bytes; 0 for what has no size (a pipe)
+
+ private:
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  std::filesystem::path path_;
+  std::unique_ptr<std::FILE, Close> file_;
+  std::uint64_t bytes_read_ = 0;
+  std::uint64_t size_ = 0;
+};
+
+// The bytes of a file through one buffer, as text readers see them: one 1A byte at the very end (the
+// end mark of older systems) does not count. A unit (line or record) longer than kLongestLine is
+// refused: no log has one, and memory stays bounded.
+class ByteReader {
+ public:
+  static constexpr std::size_t kLongestLine = std::size_t{1} << 20;
+
+  explicit ByteReader(const std::filesystem::path& path);
+
+  // The bytes not yet consumed; valid until the next call of fill() or consume().
+  std::string_view window() const { return {buffer_.data() + begin_, end_ - begin_}; }
+
+  // Reads more bytes behind the window; false when there are none. Throws RecordError, naming the
+  // current line, when the window is already as long as a line may be; FileError on a failed read.
+  bool fill();
+
+  void consume(std::size_t bytes) { begin_ += bytes; }
+  void count_line() { ++line_; }
+
+  std::size_t line() const { return line_; }  // lines counted so far
+  const InputFile& file() const { return file_; }
+
+ private:
+  InputFile file_;
+  std::vector<char> buffer_;
+  std::size_t begin_ = 0;
+  std::size_t end_ = 0;
+  std::size_t line_ = 0;
+  bool at_end_ = false;
+};
+
+// Lines end with CR LF or LF; a last line without a line end counts.
+class LineReader {
+ public:
+  explicit LineReader(const std::filesystem::path& path) : bytes_(path) {}
+
+  // The next line's bytes, without the line end; false at the end of the file. The view is valid
+  // until the next call. Throws FileError, RecordError.
+  bool next(std::string_view& line);
+
+  std::size_t line() const { return bytes_.line(); }  // number of the line last read, from 1
+  const InputFile& file() const { return bytes_.file(); }
+
+ private:
+  ByteReader bytes_;
+  std::size_t pending_ = 0;
+};
+
+// The whole file as bytes. For the small files of the program folder.
+std::string read_whole_file(const std::filesystem::path& path);
+
+// The file's lines as UTF-8. For the small files of the program folder.
+std::vector<std::string> read_text_lines(const std::filesystem::path& path);
+
+}  // namespace tobarine

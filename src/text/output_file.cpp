@@ -1,0 +1,75 @@
+#include "text/output_file.h"
+
+#include <cerrno>
+#include <system_error>
+
+#include "text/cp932.h"
+#include "text/error.h"
+#include "text/strings.h"
+
+namespace tobarine {
+namespace {
+
+std::FILE* open_for_writing(const std::filesystem::path& path) {
+#ifdef _WIN32
+  return _wfopen(path.c_str(), L"wb");
+#else
+  return std::fopen(path.c_str(), "wb");
+#endif
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const std::filesystem::path& path)
+    : path_(path), file_(open_for_writing(path)) {
+  if (!file_) throw FileError(path, "書き込み用に開けません: " + system_reason(errno));
+  std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+  buffer_.reserve(kFull + kFull / 4);
+}
+
+OutputFile::~OutputFile() {
+  if (file_) std::fwrite(buffer_.data(), 1, buffer_.size(), file_.get());
+}
+
+void OutputFile::flush() {
+  const std::size_t written = std::fwrite(buffer_.data(), 1, buffer_.size(), file_.get());
+  const int error = errno;
+  const bool complete = written == buffer_.size();
+  buffer_.clear();
+  if (!complete) throw FileError(path_, "書き込めません: " + system_reason(error));
+}
+
+void OutputFile::close() {
+  flush();
+  if (std::fclose(file_.release()) != 0) {
+    throw FileError(path_, "書き込めません: " + system_reason(errno));
+  }
+}
+
+void replace_file(const std::filesystem::path& path, std::string_view bytes) {
+  std::filesystem::path beside = path;
+  beside += ".tmp";
+  std::error_code error;
+  try {
+    OutputFile file(beside);
+    file.buffer().assign(bytes);
+    file.close();
+  } catch (const FileError&) {
+    std::filesystem::remove(beside, error);
+    throw;
+  }
+  std::filesystem::rename(beside, path, error);
+  if (error) {
+    const std::string reason = system_reason(error.value());
+    std::filesystem::remove(beside, error);
+    throw FileError(path, "置き換えられません: " + reason);
+  }
+}
+
+void replace_text_file(const std::filesystem::path& path, std::string_view utf8) {
+  std::string text(utf8);
+  replace_all(text, "\n", "\r\n");
+  replace_file(path, to_cp932(text));
+}
+
+}  // namespace tobarine

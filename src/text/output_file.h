@@ -1,0 +1,47 @@
+// Files written by the program: a buffered file in CP932, and whole files replaced at one stroke.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tobarine {
+
+// Creates (or overwrites) a file. What was put stays in the file whatever happens later: the
+// destructor writes what is still buffered. Call close() to learn of a failure of that last write.
+class OutputFile {
+ public:
+  explicit OutputFile(const std::filesystem::path& path);  // throws FileError
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  // Bytes to write next. Append CP932 bytes, then call flush_if_full().
+  std::string& buffer() { return buffer_; }
+  void flush_if_full() {
+    if (buffer_.size() >= kFull) flush();
+  }
+  void flush();  // throws FileError
+  void close();  // throws FileError
+
+ private:
+  static constexpr std::size_t kFull = std::size_t{1} << 18;
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  std::filesystem::path path_;
+  std::unique_ptr<std::FILE, Close> file_;
+  std::string buffer_;
+};
+
+// Replaces (or creates) the file with these bytes: written beside it under another name, then
+// renamed, so that a failure leaves the old file as it was. Throws FileError.
+void replace_file(const std::filesystem::path& path, std::string_view bytes);
+
+// The same for a text of lines ended by LF: written as CP932 with CR LF.
+void replace_text_file(const std::filesystem::path& path, std::string_view utf8);
+
+}  // namespace tobarine
