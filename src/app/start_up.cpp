@@ -35,7 +35,8 @@ StartUp start_up(const StartUpInput& input) {
     start.settings = first_start_settings();
     write_settings(start.settings, settings_file);
     start.trace_line("ini_write_new:");
-    for (const std::string& line : ProfileFile(settings_file).lines()) start.trace_line(line);
+    const ProfileFile written(settings_file);
+    for (const std::string& line : written.lines()) start.trace_line(line);
   }
   start.trace_line("Tobarine.Show");
   return start;

@@ -1,7 +1,7 @@
 #include "hamlog/adif_writer.h"
 
-#include <array>
 #include <charconv>
+#include <string>
 
 #include "text/cp932.h"
 #include "text/strings.h"
@@ -11,45 +11,60 @@
 namespace tobarine {
 namespace {
 
-constexpr std::string_view kLineEnd = "\r\n";
+// More than all tag names, lengths and blanks of a record take together.
+constexpr std::size_t kTagsOfRecord = 512;
+
+// No field takes more bytes in the file than it has here.
+std::size_t most_bytes(const QsoRecord& r) {
+  return kTagsOfRecord + r.call.size() + r.qso_date.size() + r.time_on.size() +
+         r.adif_mode.size() + r.band.size() + r.freq.size() + r.his_rst.size() + r.my_rst.size() +
+         r.jcc.size() + r.jcg.size() + r.qth.size() + r.qsl_via.size() + r.iota.size() +
+         r.comment.size() + r.name.size() + r.grid.size();
+}
+
+std::string without_colons(std::string_view time) {
+  std::string result(time);
+  replace_all(result, ":", "");
+  return result;
+}
 
 }  // namespace
 
 void AdifWriter::write_header() {
-  put("<ADIF_VER:5>2.1.8\r\n");
-  put("ADIF Export from Tobarine Version ");
-  put(kVersion);
-  put("\r\nInternet:  https://tobarine.example/\r\n");
-  put("e-mail to: support@tobarine.example\r\n");
-  put("<EOH>\r\n\r\n");
+  file_.buffer().append("<ADIF_VER:5>2.1.8\r\nADIF Export from Tobarine Version ");
+  file_.buffer().append(kVersion);
+  file_.buffer().append(
+      "\r\nInternet:  https://tobarine.example/\r\n"
+      "e-mail to: support@tobarine.example\r\n"
+      "<EOH>\r\n\r\n");
 }
 
-// The opening as far as the ":", then the value's length, ">" and the value.
-void AdifWriter::tag(std::string_view opening, std::string_view value) {
+void AdifWriter::put_encoded(std::string_view value) { lacking_ += encode_cp932(value, out_); }
+
+void AdifWriter::tag_value(std::string_view value) {
   if (!is_ascii(value)) {
     encoded_.clear();
     lacking_ += encode_cp932(value, encoded_);
     value = encoded_;
   }
-  std::array<char, 24> length{};
-  const auto end = std::to_chars(length.data(), length.data() + length.size(), value.size()).ptr;
-  std::string& out = file_.buffer();
-  out.append(opening);
-  out.append(length.data(), end);
-  out += '>';
-  out.append(value);
+  if (value.size() < 10) {
+    *out_++ = static_cast<char>('0' + value.size());
+  } else {
+    constexpr std::size_t kLongestLength = 20;
+    out_ = std::to_chars(out_, out_ + kLongestLength, value.size()).ptr;
+  }
+  *out_++ = '>';
+  put_value(value);
 }
 
 // The tags that both outputs begin with. The blanks inside are part of the form.
 void AdifWriter::common_tags(const AdifContact& contact) {
   const QsoRecord& r = contact.record;
-  std::string time = r.time_on;
-  replace_all(time, ":", "");
   tag("<CALL:", r.call);
   put(" <QSO_DATE:8:d>");
-  lacking_ += encode_cp932(r.qso_date, file_.buffer());
+  put_encoded(r.qso_date);
   put(" <TIME_ON:4>");
-  lacking_ += encode_cp932(left_chars(time, 4), file_.buffer());
+  put_encoded(left_chars(without_colons(r.time_on), 4));
   tag(" <MODE:", r.adif_mode);
   tag(" <BAND:", r.band);
   if (!contact.band_only) tag(" <FREQ:", r.freq);
@@ -65,19 +80,28 @@ void AdifWriter::common_tags(const AdifContact& contact) {
   }
 }
 
+void AdifWriter::put_state(std::string_view state) {
+  if (state.empty()) return;
+  put(" <STATE:2>");
+  put_value(state);
+}
+
 void AdifWriter::logger32_lines(const AdifContact& contact) {
   const QsoRecord& r = contact.record;
-  if (!r.state.empty()) put(" <STATE:2>" + r.state);
+  put_state(r.state);
   if (write_qth_ && !r.qth.empty()) {
     tag(" <QTH:", r.qth);
     put(" ");
   }
-  put(kLineEnd);
+  put("\r\n");
   if (!r.qsl_via.empty()) {
     tag("<QSL_VIA:", r.qsl_via);
     put(" ");
   }
-  put("<QSL_SENT:1>" + r.qsl_sent + " <QSL_RCVD:1>" + r.qsl_rcvd);
+  put("<QSL_SENT:1>");
+  put_value(r.qsl_sent);
+  put(" <QSL_RCVD:1>");
+  put_value(r.qsl_rcvd);
   if (!r.dxcc.empty() && r.dxcc != "0") tag(" <DXCC:", r.dxcc);
   if (!r.iota.empty()) tag(" <IOTA:", r.iota);
   // No blank before this tag: it has always followed the value before it directly.
@@ -91,18 +115,23 @@ void AdifWriter::eqsl_line(const AdifContact& contact) {
   const QsoRecord& r = contact.record;
   if (!r.comment.empty()) tag("<COMMENT:", r.comment);
   put(" ");
-  if (!r.state.empty()) put(" <STATE:2>" + r.state);
+  put_state(r.state);
   put(" <EOR>\r\n");
 }
 
 std::size_t AdifWriter::write(const AdifContact& contact) {
   lacking_ = 0;
+  std::string& buffer = file_.buffer();
+  const std::size_t before = buffer.size();
+  buffer.resize(before + most_bytes(contact.record));
+  out_ = buffer.data() + before;
   common_tags(contact);
   if (target_ == AdifTarget::kLogger32) {
     logger32_lines(contact);
   } else {
     eqsl_line(contact);
   }
+  buffer.resize(static_cast<std::size_t>(out_ - buffer.data()));
   file_.flush_if_full();
   return lacking_;
 }

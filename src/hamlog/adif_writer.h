@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -22,8 +23,27 @@ class AdifWriter {
   std::size_t write(const AdifContact& contact);
 
  private:
-  void put(std::string_view ascii) { file_.buffer().append(ascii); }
-  void tag(std::string_view opening, std::string_view value);
+  // A fixed text; its length is known when the program is compiled.
+  template <std::size_t N>
+  void put(const char (&text)[N]) {
+    std::memcpy(out_, text, N - 1);
+    out_ += N - 1;
+  }
+  void put_value(std::string_view value) {
+    std::memcpy(out_, value.data(), value.size());
+    out_ += value.size();
+  }
+  void put_encoded(std::string_view value);
+  void put_state(std::string_view state);
+
+  // The opening as far as the ":", then the value's length, ">" and the value.
+  template <std::size_t N>
+  void tag(const char (&opening)[N], std::string_view value) {
+    put(opening);
+    tag_value(value);
+  }
+  void tag_value(std::string_view value);
+
   void common_tags(const AdifContact& contact);
   void logger32_lines(const AdifContact& contact);
   void eqsl_line(const AdifContact& contact);
@@ -32,6 +52,7 @@ class AdifWriter {
   AdifTarget target_;
   bool write_qth_;
   std::size_t lacking_ = 0;
+  char* out_ = nullptr;  // where the record being written goes on, in the file's buffer
   std::string encoded_;
 };
 

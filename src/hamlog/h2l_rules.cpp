@@ -18,10 +18,6 @@ constexpr std::string_view kFullWidthBlank = "\u3000";
 constexpr double kJapaneseCodes = 500;  // the first three characters of a code, up to 500A
 constexpr std::string_view kJapan = "339";
 
-bool has_full_width(std::string_view text) {
-  return !is_ascii(text) && cp932_length(text) != char_count(text);
-}
-
 bool is_japanese_code(std::string_view code) {
   return leading_number(left_chars(code, 3)) <= kJapaneseCodes;
 }
@@ -102,7 +98,7 @@ bool H2lRules::apply(AdifContact& contact, std::size_t line, FindingLog& finding
   derive_qsl(r, line, findings);
   derive_time(r, line, findings);
   contact.name_written = options_.write_name && !has_full_width(r.name);
-  if (contact.name_written) r.name = std::string(trim(r.name));
+  if (contact.name_written) trim_in_place(r.name);
   return true;
 }
 
@@ -120,20 +116,20 @@ bool H2lRules::is_left_out(const QsoRecord& r, std::size_t line, FindingLog& fin
 void H2lRules::derive_comment(QsoRecord& r, std::string_view kept1, std::string_view kept2) const {
   std::string& comment = r.comment;
   comment.assign(kept1).append("  ").append(kept2);
-  comment = std::string(trim(comment));
+  trim_in_place(comment);
   const bool eqsl = target_ == AdifTarget::kEqsl;
   if (eqsl && options_.slash_call_in_comment && contains(r.call, "/")) {
     comment.insert(0, "UR " + r.call + " ");
   }
   replace_all(comment, kDxMarker, "");
-  comment = std::string(trim(comment));
+  trim_in_place(comment);
   const bool marked = contains(r.rmks1, kDxMarker) || contains(r.rmks2, kDxMarker);
   // The marker has always gone to the end of the comment, with no blank before it.
   if (!eqsl && marked && options_.dx_marker_in_comment) comment += kDxMarker;
 }
 
 void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2) {
-  if (options_.write_qth) r.qth = std::string(trim(r.qth));
+  if (options_.write_qth) trim_in_place(r.qth);
   const bool qth_wanted = options_.write_qth && r.qth.empty() && target_ == AdifTarget::kLogger32;
   if (!options_.write_state && !qth_wanted) return;
   const bool marked = contains(kept1, kDxMarker) || contains(kept2, kDxMarker);
@@ -180,8 +176,18 @@ void H2lRules::derive_codes(QsoRecord& r, std::size_t line, FindingLog& findings
   }
 }
 
+const H2lRules::AdifMode& H2lRules::adif_mode(const std::string& mode) {
+  constexpr std::size_t kMostModes = 1000;  // a log of garbage must not fill the memory
+  const auto found = modes_.find(mode);
+  if (found != modes_.end()) return found->second;
+  if (modes_.size() == kMostModes) modes_.clear();
+  AdifMode result{mode, false};
+  result.known = tables_.modes.csv_to_adif(result.name) || is_adif_mode(mode);
+  return modes_.emplace(mode, std::move(result)).first->second;
+}
+
 void H2lRules::derive_band_and_mode(AdifContact& contact, std::size_t line,
-                                    FindingLog& findings) const {
+                                    FindingLog& findings) {
   QsoRecord& r = contact.record;
   if (r.freq.ends_with('.')) r.freq.pop_back();
   const std::string_view freq = r.freq;
@@ -194,10 +200,9 @@ void H2lRules::derive_band_and_mode(AdifContact& contact, std::size_t line,
   } else if (!band.from_remark && freq.find_first_of("Gg") != std::string_view::npos) {
     findings.add(FindingKind::kGigahertzText, line, r.call, r.freq + " -> " + r.band);
   }
-  r.adif_mode = r.mode;
-  if (!tables_.modes.csv_to_adif(r.adif_mode) && !is_adif_mode(r.mode)) {
-    findings.add(FindingKind::kUnknownMode, line, r.call, r.mode);
-  }
+  const AdifMode& mode = adif_mode(r.mode);
+  r.adif_mode = mode.name;
+  if (!mode.known) findings.add(FindingKind::kUnknownMode, line, r.call, r.mode);
 }
 
 void H2lRules::derive_qsl(QsoRecord& r, std::size_t line, FindingLog& findings) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "callsign/call_analysis.h"
 #include "callsign/hamlog_codes.h"
@@ -63,8 +64,13 @@ class H2lRules {
   bool apply(AdifContact& contact, std::size_t line, FindingLog& findings);
 
  private:
+  struct AdifMode {
+    std::string name;
+    bool known;  // in the mode table, or a mode of ADIF
+  };
+  const AdifMode& adif_mode(const std::string& mode);
   bool is_left_out(const QsoRecord& r, std::size_t line, FindingLog& findings) const;
-  void derive_band_and_mode(AdifContact& contact, std::size_t line, FindingLog& findings) const;
+  void derive_band_and_mode(AdifContact& contact, std::size_t line, FindingLog& findings);
   void derive_codes(QsoRecord& r, std::size_t line, FindingLog& findings) const;
   void derive_qsl(QsoRecord& r, std::size_t line, FindingLog& findings);
   void derive_time(QsoRecord& r, std::size_t line, FindingLog& findings) const;
@@ -77,6 +83,7 @@ class H2lRules {
   AdifTarget target_;
   std::string state_keyword_;  // trimmed, upper case
   std::string upper_remarks_;  // scratch
+  std::unordered_map<std::string, AdifMode> modes_;  // the modes met so far, as read
 };
 
 }  // namespace tobarine

@@ -14,13 +14,9 @@ constexpr double kLastYearOf2000s = 30;
 
 // yy/mm/dd to yyyymmdd, by position, whatever the characters are.
 void derive_date(std::string_view date, std::string& result) {
-  const std::string_view year = left_chars(date, 2);
-  const std::string_view month = mid_chars(date, 3, 2);
-  const std::string_view day = right_chars(date, 2);
-  std::string digits;
-  digits.append(year).append(month).append(day);
-  const bool is_2000s = leading_number(left_chars(digits, 2)) <= kLastYearOf2000s;
-  result.assign(is_2000s ? "20" : "19").append(digits);
+  result.assign(left_chars(date, 2)).append(mid_chars(date, 3, 2)).append(right_chars(date, 2));
+  const bool is_2000s = leading_number(left_chars(result, 2)) <= kLastYearOf2000s;
+  result.insert(0, is_2000s ? "20" : "19");
 }
 
 void fill_record(const std::vector<std::string_view>& columns, QsoRecord& record) {
@@ -41,7 +37,7 @@ void fill_record(const std::vector<std::string_view>& columns, QsoRecord& record
   record.time_on.assign(left_chars(record.time, 2)).append(right_chars(record.time, 3));
   record.freq = trim(columns[5]);
   record.qsl += "  ";
-  record.qsl = std::string(left_chars(record.qsl, 3));
+  record.qsl.resize(left_chars(record.qsl, 3).size());
 }
 
 // The beginning of a line, fit for a message.
@@ -54,11 +50,13 @@ std::string beginning(std::string_view line) {
   return text + (text.size() < line.size() ? "..." : "");
 }
 
-void check_columns(const std::filesystem::path& path, std::size_t line, std::size_t columns,
-                   std::string_view text) {
-  if (columns >= kHamlogColumns) return;
+void check_columns(const std::filesystem::path& path, std::size_t line,
+                   const std::vector<std::string_view>& columns) {
+  if (columns.size() >= kHamlogColumns) return;
+  std::string text;
+  for (const std::string_view column : columns) text.append(text.empty() ? "" : ",").append(column);
   throw RecordError(path, line,
-                    "欄が足りません (" + std::to_string(columns) + " 個、必要なのは " +
+                    "欄が足りません (" + std::to_string(columns.size()) + " 個、必要なのは " +
                         std::to_string(kHamlogColumns) + " 個)。ここで変換を中止しました: 「" +
                         beginning(text) + "」");
 }
@@ -95,45 +93,52 @@ std::size_t count_lines(const std::filesystem::path& path) {
   return lines.line();
 }
 
+// Decodes the line, takes its quotes out and splits it, in one pass.
+HamlogLineReader::Split HamlogLineReader::split(std::string_view line) {
+  Split result;
+  if (text_.size() < line.size() * kUtf8PerByte) text_.resize(line.size() * kUtf8PerByte);
+  columns_.clear();
+  bool quoted = false;
+  char* out = text_.data();
+  const char* column = out;
+  const char* const end = line.data() + line.size();
+  for (const char* at = line.data(); at < end;) {
+    const char c = *at;
+    if (static_cast<unsigned char>(c) >= 0x80) {
+      if (!decode_cp932_char(at, end, out)) ++result.invalid_bytes;
+      continue;
+    }
+    ++at;
+    if (c == '"') {
+      quoted = !quoted;
+    } else if (c == ',') {
+      columns_.emplace_back(column, out - column);
+      column = out;
+      result.inside_quotes = result.inside_quotes || quoted;
+    } else {
+      *out++ = c;
+    }
+  }
+  columns_.emplace_back(column, out - column);
+  return result;
+}
+
 bool HamlogLineReader::next(QsoRecord& record, FindingLog& findings) {
   std::string_view line;
   if (!lines_.next(line)) return false;
-  text_.clear();
-  const std::size_t invalid = decode_cp932(line, text_);
-  bool quoted = false;
-  bool split_inside = false;
-  std::size_t kept = 0;
-  std::size_t begin = 0;
-  columns_.clear();
-  for (const char c : text_) {
-    if (c == '"') {
-      quoted = !quoted;
-      continue;
-    }
-    if (c == ',') {
-      columns_.emplace_back(text_.data() + begin, kept - begin);
-      begin = kept + 1;
-      split_inside = split_inside || quoted;
-    }
-    text_[kept++] = c;
-  }
-  columns_.emplace_back(text_.data() + begin, kept - begin);
-  check_columns(lines_.file().path(), lines_.line(), columns_.size(),
-                std::string_view(text_).substr(0, kept));
+  const Split result = split(line);
+  check_columns(lines_.file().path(), lines_.line(), columns_);
   fill_record(columns_, record);
-  report_invalid_bytes(invalid, lines_.line(), record.call, findings);
-  if (split_inside) findings.add(FindingKind::kSplitByComma, lines_.line(), record.call, "");
+  report_invalid_bytes(result.invalid_bytes, lines_.line(), record.call, findings);
+  if (result.inside_quotes) {
+    findings.add(FindingKind::kSplitByComma, lines_.line(), record.call, "");
+  }
   return true;
 }
 
 bool HamlogRowReader::next(QsoRecord& record, FindingLog& findings) {
   if (!rows_.next(columns_)) return false;
-  std::string start;
-  if (columns_.size() < kHamlogColumns) {
-    for (const std::string_view column : columns_) start.append(column).append(",");
-    if (!start.empty()) start.pop_back();
-  }
-  check_columns(rows_.file().path(), rows_.line(), columns_.size(), start);
+  check_columns(rows_.file().path(), rows_.line(), columns_);
   fill_record(columns_, record);
   report_invalid_bytes(rows_.invalid_bytes(), rows_.line(), record.call, findings);
   if (rows_.unclosed_quote()) {

@@ -57,8 +57,14 @@ class HamlogLineReader : public HamlogReader {
   const InputFile& file() const override { return lines_.file(); }
 
  private:
+  struct Split {
+    std::size_t invalid_bytes = 0;
+    bool inside_quotes = false;  // a comma inside quotes split the line
+  };
+  Split split(std::string_view line);
+
   LineReader lines_;
-  std::string text_;
+  std::string text_;  // the columns, one behind the other
   std::vector<std::string_view> columns_;
 };
 

@@ -108,6 +108,23 @@ const EncodeTable& encode_table() {
   return *table;
 }
 
+int code_in(const EncodeTable& table, char32_t code_point) {
+  if (code_point == 0) return 0;
+  if (code_point > 0xFFFF) {
+    const bool is_byte =
+        code_point >= kInvalidByteBase + 0x80 && code_point <= kInvalidByteBase + 0xFF;
+    return is_byte ? static_cast<int>(code_point - kInvalidByteBase) : -1;
+  }
+  const std::uint16_t code = table[code_point];
+  return code == 0 ? -1 : code;
+}
+
+// The first character of the text, which must not be ASCII.
+bool is_two_bytes(std::string_view utf8) {
+  const Utf8Char c = next_utf8(utf8);
+  return c.valid && code_in(encode_table(), c.code_point) > 0xFF;
+}
+
 }  // namespace
 
 char32_t cp932_pair_to_unicode(std::uint8_t lead, std::uint8_t trail) {
@@ -118,62 +135,83 @@ char32_t cp932_pair_to_unicode(std::uint8_t lead, std::uint8_t trail) {
   return row < 0 ? 0 : kPairs[row * kTrails + index];
 }
 
-int cp932_from_unicode(char32_t code_point) {
-  if (code_point == 0) return 0;
-  if (code_point >= kInvalidByteBase + 0x80 && code_point <= kInvalidByteBase + 0xFF) {
-    return static_cast<int>(code_point - kInvalidByteBase);
+int cp932_from_unicode(char32_t code_point) { return code_in(encode_table(), code_point); }
+
+bool decode_cp932_char(const char*& bytes, const char* end, char*& out) {
+  const auto byte = static_cast<std::uint8_t>(*bytes);
+  if (byte >= 0x81 && byte <= 0x9F && bytes + 1 < end) {  // the lead bytes of nearly all text
+    const int trail = trail_index(static_cast<std::uint8_t>(bytes[1]));
+    if (trail >= 0 && kPairs[(byte - 0x81) * kTrails + trail] >= 0x800) {
+      bytes += 2;
+      put_utf8(kPairs[(byte - 0x81) * kTrails + trail], out);
+      return true;
+    }
   }
-  if (code_point > 0xFFFF) return -1;
-  const std::uint16_t code = encode_table()[code_point];
-  return code == 0 ? -1 : code;
+  char32_t c = single_byte(byte);
+  if (c != 0) {
+    ++bytes;
+    put_utf8(c, out);
+    return true;
+  }
+  if (bytes + 1 < end) c = cp932_pair_to_unicode(byte, static_cast<std::uint8_t>(bytes[1]));
+  if (c != 0) {
+    bytes += 2;
+    put_utf8(c, out);
+    return true;
+  }
+  ++bytes;
+  put_utf8(kInvalidByteBase + byte, out);
+  return false;
 }
 
 std::size_t decode_cp932(std::string_view bytes, std::string& utf8) {
   std::size_t invalid = 0;
-  std::size_t i = 0;
-  while (i < bytes.size()) {
-    const std::size_t run = ascii_prefix(bytes.substr(i));
-    utf8.append(bytes, i, run);
-    i += run;
-    if (i == bytes.size()) break;
-    const auto byte = static_cast<std::uint8_t>(bytes[i]);
-    if (const char32_t single = single_byte(byte); single != 0) {
-      append_utf8(single, utf8);
-      ++i;
-      continue;
-    }
-    const char32_t pair =
-        i + 1 < bytes.size() ? cp932_pair_to_unicode(byte, static_cast<std::uint8_t>(bytes[i + 1]))
-                             : 0;
-    if (pair != 0) {
-      append_utf8(pair, utf8);
-      i += 2;
-    } else {
-      append_utf8(kInvalidByteBase + byte, utf8);
+  const std::size_t before = utf8.size();
+  const std::size_t run = ascii_prefix(bytes);
+  utf8.append(bytes, 0, run);
+  if (run == bytes.size()) return 0;
+  utf8.resize(before + run + (bytes.size() - run) * kUtf8PerByte);
+  char* out = utf8.data() + before + run;
+  const char* end = bytes.data() + bytes.size();
+  for (const char* at = bytes.data() + run; at < end;) {
+    if (static_cast<unsigned char>(*at) < 0x80) {
+      *out++ = *at++;
+    } else if (!decode_cp932_char(at, end, out)) {
       ++invalid;
-      ++i;
     }
   }
+  utf8.resize(static_cast<std::size_t>(out - utf8.data()));
   return invalid;
 }
 
 std::size_t encode_cp932(std::string_view utf8, std::string& bytes) {
+  const std::size_t before = bytes.size();
+  bytes.resize(before + utf8.size());  // no character is longer in CP932 than in UTF-8
+  char* out = bytes.data() + before;
+  const std::size_t lacking = encode_cp932(utf8, out);
+  bytes.resize(static_cast<std::size_t>(out - bytes.data()));
+  return lacking;
+}
+
+std::size_t encode_cp932(std::string_view utf8, char*& out) {
   std::size_t lacking = 0;
+  const EncodeTable& table = encode_table();
   while (!utf8.empty()) {
-    const std::size_t run = ascii_prefix(utf8);
-    bytes.append(utf8, 0, run);
-    utf8.remove_prefix(run);
-    if (utf8.empty()) break;
+    if (const auto byte = static_cast<unsigned char>(utf8[0]); byte < 0x80) {
+      *out++ = utf8[0];
+      utf8.remove_prefix(1);
+      continue;
+    }
     const Utf8Char c = next_utf8(utf8);
     utf8.remove_prefix(c.size);
-    const int code = c.valid ? cp932_from_unicode(c.code_point) : -1;
+    const int code = c.valid ? code_in(table, c.code_point) : -1;
     if (code < 0) {
-      bytes.push_back('?');
+      *out++ = '?';
       ++lacking;
       continue;
     }
-    if (code > 0xFF) bytes.push_back(static_cast<char>(code >> 8));
-    bytes.push_back(static_cast<char>(code & 0xFF));
+    if (code > 0xFF) *out++ = static_cast<char>(code >> 8);
+    *out++ = static_cast<char>(code & 0xFF);
   }
   return lacking;
 }
@@ -197,11 +235,19 @@ std::size_t cp932_length(std::string_view utf8) {
     length += run;
     utf8.remove_prefix(run);
     if (utf8.empty()) break;
-    const Utf8Char c = next_utf8(utf8);
-    utf8.remove_prefix(c.size);
-    length += c.valid && cp932_from_unicode(c.code_point) > 0xFF ? 2 : 1;
+    length += is_two_bytes(utf8) ? 2 : 1;
+    utf8.remove_prefix(next_utf8(utf8).size);
   }
   return length;
+}
+
+bool has_full_width(std::string_view utf8) {
+  for (;;) {
+    utf8.remove_prefix(ascii_prefix(utf8));
+    if (utf8.empty()) return false;
+    if (is_two_bytes(utf8)) return true;
+    utf8.remove_prefix(next_utf8(utf8).size);
+  }
 }
 
 }  // namespace tobarine

@@ -19,9 +19,20 @@ inline constexpr char32_t kInvalidByteBase = 0x10FF00;
 // Appends `bytes` (CP932) to `utf8`. Returns the number of invalid bytes that were escaped.
 std::size_t decode_cp932(std::string_view bytes, std::string& utf8);
 
+// The most bytes of UTF-8 that one byte of CP932 can become.
+inline constexpr std::size_t kUtf8PerByte = 4;
+
+// Decodes the one character at `bytes`, which begins with a byte of 80 or above and ends before
+// `end`, to `out`, and advances both. False: the byte is invalid and was escaped. For readers that
+// decode while they look for other things.
+bool decode_cp932_char(const char*& bytes, const char* end, char*& out);
+
 // Appends `utf8` to `bytes` as CP932. A character that CP932 lacks becomes "?"; returns their number.
 // Malformed UTF-8 counts as one such character per byte.
 std::size_t encode_cp932(std::string_view utf8, std::string& bytes);
+
+// The same to `out`, which is advanced and must have room for utf8.size() bytes.
+std::size_t encode_cp932(std::string_view utf8, char*& out);
 
 // Convenience forms for short texts.
 std::string from_cp932(std::string_view bytes);
@@ -29,6 +40,9 @@ std::string to_cp932(std::string_view utf8);
 
 // The number of bytes that `utf8` takes in CP932.
 std::size_t cp932_length(std::string_view utf8);
+
+// True when a character of the text takes two bytes in CP932.
+bool has_full_width(std::string_view utf8);
 
 // The code point of a two-byte character, 0 when the pair is not assigned.
 char32_t cp932_pair_to_unicode(std::uint8_t lead, std::uint8_t trail);

@@ -1,88 +1,72 @@
 #include "text/csv.h"
 
-#include <algorithm>
-
 #include "text/cp932.h"
 
 namespace tobarine {
 
-// The length of the record at the start of the window, its line end included. The whole record then
-// stands in the window.
-std::size_t CsvReader::find_record_end() {
-  enum class State { kFieldStart, kPlain, kQuoted };
-  State state = State::kFieldStart;
-  std::size_t i = 0;
-  unclosed_quote_ = false;
-  for (;; ++i) {
-    if (i == bytes_.window().size() && !bytes_.fill()) break;
-    const char c = bytes_.window()[i];
-    if (state == State::kQuoted) {
-      if (c != '"') continue;
-      const bool more = i + 1 < bytes_.window().size() || bytes_.fill();
-      if (more && bytes_.window()[i + 1] == '"') {
-        ++i;
-      } else {
-        state = State::kPlain;
-      }
-    } else if (c == '\n') {
-      return i + 1;
-    } else if (c == ',') {
-      state = State::kFieldStart;
-    } else {
-      state = c == '"' && state == State::kFieldStart ? State::kQuoted : State::kPlain;
-    }
-  }
-  unclosed_quote_ = state == State::kQuoted;
-  return bytes_.window().size();
-}
-
-void CsvReader::split(std::vector<std::string_view>& fields) {
-  values_.clear();
+// Parses the record at the start of the window. False when the window ends before the record is
+// sure to, and the file does not (`complete`); then nothing counts.
+bool CsvReader::parse(std::string_view window, bool complete) {
+  if (values_.size() < window.size() * kUtf8PerByte) values_.resize(window.size() * kUtf8PerByte);
   ends_.clear();
-  const std::size_t size = text_.size();
-  std::size_t i = 0;
-  for (;;) {
-    if (i < size && text_[i] == '"') {
-      for (++i; i < size; ++i) {
-        if (text_[i] == '"') {
-          if (i + 1 == size || text_[i + 1] != '"') break;
-          ++i;
-        }
-        values_.push_back(text_[i]);
-      }
-      if (i < size) ++i;  // the closing quote
+  invalid_bytes_ = 0;
+  line_ends_ = 0;
+  unclosed_quote_ = false;
+  const char* at = window.data();
+  const char* const end = at + window.size();
+  char* out = values_.data();
+  const auto copy_character = [&] {
+    if (static_cast<unsigned char>(*at) < 0x80) {
+      *out++ = *at++;
+    } else if (!decode_cp932_char(at, end, out)) {
+      ++invalid_bytes_;
     }
-    const std::size_t comma = std::min(text_.find(',', i), size);
-    values_.append(text_, i, comma - i);
-    ends_.push_back(values_.size());
-    if (comma == size) break;
-    i = comma + 1;
+  };
+  // The character at `at` and the one behind it decide what comes next.
+  const auto is_short = [&] { return end - at < 2 && !complete; };
+  for (bool more_fields = true; more_fields;) {
+    if (is_short()) return false;
+    if (at < end && *at == '"') {
+      for (++at;;) {
+        if (is_short()) return false;
+        unclosed_quote_ = at == end;
+        if (at == end) break;
+        if (*at == '"') {
+          ++at;
+          if (at == end || *at != '"') break;
+        }
+        if (*at == '\n') ++line_ends_;
+        copy_character();
+      }
+    }
+    const char* const tail = at;
+    while (at < end && *at != ',' && *at != '\n') {
+      if (is_short()) return false;
+      copy_character();
+    }
+    if (at == end && !complete) return false;
+    more_fields = at < end && *at == ',';
+    if (at < end && *at == '\n' && at > tail && at[-1] == '\r') --out;
+    if (at < end) ++at;
+    ends_.push_back(static_cast<std::size_t>(out - values_.data()));
   }
-  fields.clear();
-  std::size_t begin = 0;
-  for (const std::size_t end : ends_) {
-    fields.emplace_back(values_.data() + begin, end - begin);
-    begin = end;
-  }
+  length_ = static_cast<std::size_t>(at - window.data());
+  return true;
 }
 
 bool CsvReader::next(std::vector<std::string_view>& fields) {
-  const std::size_t length = find_record_end();
-  if (length == 0) return false;
-  std::string_view record = bytes_.window().substr(0, length);
+  bool complete = false;
+  while (!parse(bytes_.window(), complete)) complete = !bytes_.fill();
+  if (bytes_.window().empty()) return false;
+  bytes_.consume(length_);
   first_line_ = bytes_.line() + 1;
-  if (record.back() == '\n') {
-    record.remove_suffix(1);
-    if (!record.empty() && record.back() == '\r') record.remove_suffix(1);
+  bytes_.count_lines(line_ends_ + 1);
+  fields.clear();
+  std::size_t begin = 0;
+  for (const std::size_t field_end : ends_) {
+    fields.emplace_back(values_.data() + begin, field_end - begin);
+    begin = field_end;
   }
-  text_.clear();
-  invalid_bytes_ = decode_cp932(record, text_);
-  bytes_.count_line();
-  for (const char c : record) {
-    if (c == '\n') bytes_.count_line();
-  }
-  bytes_.consume(length);
-  split(fields);
   return true;
 }
 

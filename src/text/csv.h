@@ -31,13 +31,13 @@ class CsvReader {
   const InputFile& file() const { return bytes_.file(); }
 
  private:
-  std::size_t find_record_end();
-  void split(std::vector<std::string_view>& fields);
+  bool parse(std::string_view window, bool complete);
 
   ByteReader bytes_;
-  std::string text_;    // the record as UTF-8
-  std::string values_;  // its fields, one behind the other
-  std::vector<std::size_t> ends_;
+  std::string values_;             // the record's fields as UTF-8, one behind the other
+  std::vector<std::size_t> ends_;  // where each field ends in values_
+  std::size_t length_ = 0;         // bytes of the record, its line end included
+  std::size_t line_ends_ = 0;      // inside the record's quotes
   std::size_t first_line_ = 0;
   std::size_t invalid_bytes_ = 0;
   bool unclosed_quote_ = false;

@@ -84,7 +84,7 @@ bool LineReader::next(std::string_view& line) {
       if (end > 0 && window[end - 1] == '\r') --end;
       line = window.substr(0, end);
     }
-    bytes_.count_line();
+    bytes_.count_lines(1);
     return true;
   }
 }

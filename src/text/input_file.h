@@ -51,7 +51,7 @@ class ByteReader {
   bool fill();
 
   void consume(std::size_t bytes) { begin_ += bytes; }
-  void count_line() { ++line_; }
+  void count_lines(std::size_t lines) { line_ += lines; }
 
   std::size_t line() const { return line_; }  // lines counted so far
   const InputFile& file() const { return file_; }

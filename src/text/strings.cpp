@@ -18,6 +18,11 @@ std::string_view trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+void trim_in_place(std::string& text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  text.erase(0, text.find_first_not_of(' '));
+}
+
 void upper_into(std::string_view text, std::string& result) {
   result.assign(text);
   for (char& c : result) c = upper_ascii(c);

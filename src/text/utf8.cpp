@@ -1,8 +1,5 @@
 #include "text/utf8.h"
 
-#include <cstdint>
-#include <cstring>
-
 namespace tobarine {
 namespace {
 
@@ -10,7 +7,8 @@ bool is_continuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 
 
 // The bytes of the first `count` characters.
 std::size_t bytes_of_chars(std::string_view text, std::size_t count) {
-  std::size_t bytes = 0;
+  std::size_t bytes = ascii_prefix(text.substr(0, count));
+  count -= bytes;
   for (; count > 0 && bytes < text.size(); --count) bytes += next_utf8(text.substr(bytes)).size;
   return bytes;
 }
@@ -20,6 +18,12 @@ std::size_t bytes_of_chars(std::string_view text, std::size_t count) {
 Utf8Char next_utf8(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text[0]);
   if (lead < 0x80) return {lead, 1, true};
+  if (lead >= 0xE1 && lead <= 0xEC && text.size() >= 3 && is_continuation(text[1]) &&
+      is_continuation(text[2])) {  // nearly all Japanese text
+    const char32_t c = (lead & 0x0FU) << 12 | (static_cast<unsigned char>(text[1]) & 0x3FU) << 6 |
+                       (static_cast<unsigned char>(text[2]) & 0x3FU);
+    return {c, 3, true};
+  }
   const Utf8Char malformed{lead, 1, false};
   const std::size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
   if (lead < 0xC2 || lead > 0xF4 || text.size() < size) return malformed;
@@ -33,38 +37,6 @@ Utf8Char next_utf8(std::string_view text) {
   if (overlong || surrogate || c > 0x10FFFF) return malformed;
   return {c, size, true};
 }
-
-void append_utf8(char32_t c, std::string& text) {
-  const auto put = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (c < 0x80) {
-    put(c);
-  } else if (c < 0x800) {
-    put(0xC0 | c >> 6);
-    put(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    put(0xE0 | c >> 12);
-    put(0x80 | (c >> 6 & 0x3F));
-    put(0x80 | (c & 0x3F));
-  } else {
-    put(0xF0 | c >> 18);
-    put(0x80 | (c >> 12 & 0x3F));
-    put(0x80 | (c >> 6 & 0x3F));
-    put(0x80 | (c & 0x3F));
-  }
-}
-
-std::size_t ascii_prefix(std::string_view text) {
-  std::size_t i = 0;
-  for (; i + 8 <= text.size(); i += 8) {
-    std::uint64_t word;
-    std::memcpy(&word, text.data() + i, sizeof word);
-    if ((word & 0x8080808080808080U) != 0) break;
-  }
-  while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80) ++i;
-  return i;
-}
-
-bool is_ascii(std::string_view text) { return ascii_prefix(text) == text.size(); }
 
 bool is_valid_utf8(std::string_view text) {
   while (!text.empty()) {
@@ -95,6 +67,7 @@ std::string_view left_chars(std::string_view text, std::size_t count) {
 }
 
 std::string_view right_chars(std::string_view text, std::size_t count) {
+  if (is_ascii(text)) return text.size() <= count ? text : text.substr(text.size() - count);
   const std::size_t all = char_count(text);
   return all <= count ? text : text.substr(bytes_of_chars(text, all - count));
 }

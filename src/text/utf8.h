@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -16,11 +18,40 @@ struct Utf8Char {
 // The first character of `text`, which must not be empty.
 Utf8Char next_utf8(std::string_view text);
 
-void append_utf8(char32_t code_point, std::string& text);
+// Writes the character to `out` (room for four bytes) and advances it.
+inline void put_utf8(char32_t c, char*& out) {
+  const auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
+  if (c < 0x80) {
+    put(c);
+  } else if (c < 0x800) {
+    put(0xC0 | c >> 6);
+    put(0x80 | (c & 0x3F));
+  } else if (c < 0x10000) {
+    put(0xE0 | c >> 12);
+    put(0x80 | (c >> 6 & 0x3F));
+    put(0x80 | (c & 0x3F));
+  } else {
+    put(0xF0 | c >> 18);
+    put(0x80 | (c >> 12 & 0x3F));
+    put(0x80 | (c >> 6 & 0x3F));
+    put(0x80 | (c & 0x3F));
+  }
+}
 
 // The length of the leading run of ASCII bytes.
-std::size_t ascii_prefix(std::string_view text);
-bool is_ascii(std::string_view text);
+inline std::size_t ascii_prefix(std::string_view text) {
+  std::size_t i = 0;
+  for (; i + 8 <= text.size(); i += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, text.data() + i, sizeof word);
+    if ((word & 0x8080808080808080U) != 0) break;
+  }
+  while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80) ++i;
+  return i;
+}
+
+inline bool is_ascii(std::string_view text) { return ascii_prefix(text) == text.size(); }
+
 bool is_valid_utf8(std::string_view text);
 
 // The number of characters.
