@@ -13,6 +13,7 @@
 #include "hamlog/hamlog_csv.h"
 #include "reference/code_learner.h"
 #include "reference/dxcc_builder.h"
+#include "reference/jcc_builder.h"
 #include "text/cp932.h"
 #include "text/error.h"
 #include "text/folder.h"
@@ -169,6 +170,30 @@ int build_dxcc(Session& session) {
   return 0;
 }
 
+int lookup_jcc(Session& session) {
+  JccMaster master;
+  master.load(file_in(session.folder(), "JCC_JCG.mas"));
+  for_each_item(session.options(), [&](const std::string& number) {
+    print_jcc(session.options(), number, master.find(number));
+  });
+  return 0;
+}
+
+int build_jcc_master(Session& session) {
+  const CliOptions& options = session.options();
+  const JccBuild built =
+      build_jcc(options.input.empty() ? session.folder() : fs::path(options.input));
+  const fs::path output = options.output.empty()
+                              ? file_in(session.writable_folder(), "JCC_JCG.mas")
+                              : fs::path(options.output);
+  JccMaster before;
+  std::error_code error;
+  if (fs::exists(output, error)) before.load(output);
+  replace_text_file(output, JccMaster::file_text(built.places));
+  print_jcc_build(options, built, compare_jcc(before.places(), built.places), path_text(output));
+  return 0;
+}
+
 int build_codes(Session& session) {
   const CliOptions& options = session.options();
   if (hamlog_layout(options.input) == HamlogLayout::kOld) {
@@ -209,8 +234,12 @@ int run_command(const CliOptions& options) {
       return lookup_calls(session);
     case Command::kLookupCodes:
       return lookup_codes(session);
+    case Command::kLookupJcc:
+      return lookup_jcc(session);
     case Command::kBuildDxcc:
       return build_dxcc(session);
+    case Command::kBuildJcc:
+      return build_jcc_master(session);
     case Command::kBuildCodes:
       return build_codes(session);
   }

@@ -6,7 +6,17 @@
 
 namespace tobarine {
 
-enum class Command { kH2l, kEqsl, kInfo, kLookupCalls, kLookupCodes, kBuildDxcc, kBuildCodes };
+enum class Command {
+  kH2l,
+  kEqsl,
+  kInfo,
+  kLookupCalls,
+  kLookupCodes,
+  kLookupJcc,
+  kBuildDxcc,
+  kBuildJcc,
+  kBuildCodes
+};
 
 struct CliOptions {
   Command command = Command::kInfo;

@@ -139,6 +139,60 @@ void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std
   std::cerr << "出力: " << output << '\n';
 }
 
+void print_jcc(const CliOptions& options, const std::string& number, const JccPlace* place) {
+  const std::string name = place == nullptr ? "" : place->name;
+  if (!options.json) {
+    std::cout << number << '\t' << (place == nullptr ? number : place->number) << '\t' << name
+              << '\n';
+    return;
+  }
+  Json json = {{"number", number}, {"name", name}};
+  if (place != nullptr) {
+    json["prefecture"] = place->prefecture;
+    json["abolished"] = place->abolished;
+  }
+  print_json(json, -1);
+}
+
+void print_jcc_build(const CliOptions& options, const JccBuild& built, const JccChanges& changes,
+                     const std::string& output) {
+  if (options.quiet) return;
+  const auto count_json = [](const JccCount& count) {
+    return Json{{"current", count.current}, {"abolished", count.abolished}};
+  };
+  if (options.json) {
+    print_json({{"output", output},
+                {"cities", count_json(built.cities)},
+                {"guns", count_json(built.guns)},
+                {"wards", count_json(built.wards)},
+                {"added", changes.added},
+                {"abolished", changes.abolished},
+                {"renamed", changes.renamed},
+                {"removed", changes.removed},
+                {"problems", built.problems}},
+               2);
+    return;
+  }
+  const auto print_count = [](std::string_view what, const JccCount& count) {
+    std::cout << what << ": 現存 " << count.current << "  消滅 " << count.abolished << '\n';
+  };
+  print_count("市 (東京都の区を含む)", built.cities);
+  print_count("郡", built.guns);
+  print_count("区", built.wards);
+  const auto print_lines = [](std::string_view what, const std::vector<std::string>& lines) {
+    if (lines.empty()) return;
+    std::cout << what << ": " << lines.size() << " 件\n";
+    for (const std::string& line : lines) std::cout << "  " << line << '\n';
+  };
+  print_lines("追加", changes.added);
+  print_lines("消滅", changes.abolished);
+  print_lines("変更", changes.renamed);
+  print_lines("削除", changes.removed);
+  print_lines("確認して下さい", built.problems);
+  std::cout << "処理終了\n";
+  std::cerr << "出力: " << output << '\n';
+}
+
 void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& verdicts,
                    const std::vector<std::string>& files) {
   if (options.quiet) return;

@@ -14,6 +14,7 @@
 #include "convert/report.h"
 #include "reference/code_learner.h"
 #include "reference/dxcc_builder.h"
+#include "reference/jcc_builder.h"
 
 namespace tobarine {
 
@@ -38,6 +39,10 @@ void print_info(const CliOptions& options, const LogInfo& info);
 void print_call(const CliOptions& options, const std::string& call, const CallPlace& place);
 void print_code(const CliOptions& options, const std::string& code, std::string_view dxcc);
 void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std::string& output);
+// `place` is nullptr when the number is unknown.
+void print_jcc(const CliOptions& options, const std::string& number, const JccPlace* place);
+void print_jcc_build(const CliOptions& options, const JccBuild& built, const JccChanges& changes,
+                     const std::string& output);
 void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& verdicts,
                    const std::vector<std::string>& files);
 

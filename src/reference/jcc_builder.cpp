@@ -1,0 +1,261 @@
+#include "reference/jcc_builder.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <map>
+
+#include "text/error.h"
+#include "text/folder.h"
+#include "text/input_file.h"
+#include "text/strings.h"
+#include "text/utf8.h"
+
+namespace tobarine {
+namespace {
+
+enum class ListKind { kCities, kGuns, kWards };
+
+// Tabs, full-width blanks and full-width brackets as their half-width forms.
+std::string plain(std::string text) {
+  replace_all(text, "\t", " ");
+  replace_all(text, "　", " ");
+  replace_all(text, "（", "(");
+  replace_all(text, "）", ")");
+  return text;
+}
+
+std::string without_blanks(std::string text) {
+  replace_all(text, " ", "");
+  return text;
+}
+
+std::size_t digits_at(std::string_view text) {
+  std::size_t n = 0;
+  while (n < text.size() && is_digit(text[n])) ++n;
+  return n;
+}
+
+std::string prefecture_name(const std::string& bare) {
+  if (bare == "北海道") return bare;
+  if (bare == "東京") return bare + "都";
+  if (bare == "京都" || bare == "大阪") return bare + "府";
+  return bare + "県";
+}
+
+std::string date_text(unsigned year, unsigned month, unsigned day) {
+  if (year < 1900 || year > 2999 || month < 1 || month > 12 || day < 1 || day > 31) return "*";
+  std::array<char, 48> text{};
+  std::snprintf(text.data(), text.size(), "%04u/%02u/%02u", year, month, day);
+  return text.data();
+}
+
+// The whole numbers of a text, left to right.
+std::vector<unsigned> numbers_of(std::string_view text) {
+  std::vector<unsigned> numbers;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const std::size_t n = digits_at(text.substr(i));
+    if (n == 0) continue;
+    numbers.push_back(static_cast<unsigned>(leading_number(text.substr(i, std::min<std::size_t>(n, 6)))));
+    i += n;
+  }
+  return numbers;
+}
+
+// "Feb.19,2006", "Jan,9,2006", "1989(平成元)年2月12日以前" as yyyy/mm/dd; "*" when unreadable.
+std::string abolished_date(std::string_view text) {
+  const std::vector<unsigned> numbers = numbers_of(text);
+  if (contains(text, "年") && numbers.size() >= 3) {
+    return date_text(numbers[0], numbers[numbers.size() - 2], numbers.back());
+  }
+  constexpr std::string_view kMonths = "JANFEBMARAPRMAYJUNJULAUGSEPOCTNOVDEC";
+  const std::string letters = upper(text);
+  for (unsigned month = 0; month < 12; ++month) {
+    if (contains(letters, kMonths.substr(month * 3, 3)) && numbers.size() == 2) {
+      return date_text(numbers[1], month + 1, numbers[0]);
+    }
+  }
+  return "*";
+}
+
+class ListReader {
+ public:
+  ListReader(ListKind kind, std::map<std::string, std::string>& prefectures, JccBuild& build)
+      : kind_(kind), prefectures_(prefectures), build_(build) {}
+
+  JccCount read(const std::filesystem::path& path) {
+    file_ = path_text(path.filename());
+    for (const std::string& line : read_text_lines(path)) {
+      ++line_;
+      read_line(line);
+    }
+    if (count_.current == 0) throw FileError(path, "リストではないようです (番号の行がありません)");
+    return count_;
+  }
+
+ private:
+  void problem(const std::string& reason, std::string_view text) {
+    build_.problems.push_back(file_ + ": " + std::to_string(line_) + " 行目: " + reason + ": " +
+                              std::string(trim(text)));
+  }
+
+  void read_line(const std::string& line) {
+    const std::string text = plain(line);
+    std::string_view rest = trim(text);
+    bool abolished = false;
+    for (const std::string_view mark : {"*", "※"}) {
+      if (!rest.starts_with(mark)) continue;
+      abolished = true;
+      rest = trim(rest.substr(mark.size()));
+    }
+    const std::size_t digits = digits_at(rest);
+    if (in_body_ && digits >= 4 && digits <= 6) {
+      read_entry(rest.substr(0, digits), rest.substr(digits), abolished);
+    } else if (!read_heading(without_blanks(text)) && in_body_ && !is_town(text)) {
+      problem("読めない行", line);
+    }
+  }
+
+  // Towns are set in, carry no number, and stand under a gun.
+  bool is_town(const std::string& text) const {
+    if (trim(text).empty()) return true;
+    return kind_ == ListKind::kGuns && text[0] == ' ' &&
+           text.find_first_of("0123456789") == std::string::npos;
+  }
+
+  // "青森02", or in the ward list "札幌市(0101)".
+  bool read_heading(const std::string& text) {
+    const std::size_t first_digit = text.find_first_of("0123456789");
+    if (first_digit == 0 || first_digit == std::string::npos) return false;
+    const std::size_t digits = digits_at(std::string_view(text).substr(first_digit));
+    const std::string number = text.substr(first_digit, digits);
+    const std::string behind = text.substr(first_digit + digits);
+    std::string name = text.substr(0, first_digit);
+    if (kind_ == ListKind::kWards) {
+      if (digits != 4 || behind != ")" || !name.ends_with("市(")) return false;
+      name.pop_back();
+      city_ = name;
+    } else {
+      if (digits != 2 || !behind.empty()) return false;
+      prefectures_[number] = prefecture_name(name);
+    }
+    heading_ = number;
+    in_body_ = true;
+    return true;
+  }
+
+  void read_entry(std::string_view number, std::string_view rest, bool abolished) {
+    if (rest.starts_with("※")) {
+      abolished = true;
+      rest.remove_prefix(std::string_view("※").size());
+    }
+    const std::size_t quote = rest.find('"');
+    std::string_view date =
+        quote == std::string_view::npos ? std::string_view() : rest.substr(quote + 1);
+    std::string name;
+    for_each_piece(rest.substr(0, quote), ' ', [&](std::string_view word) {
+      if (name.empty() && !is_ascii(word)) {
+        name = word;
+      } else if (!name.empty() && !word.empty()) {
+        date = word;
+      }
+    });
+    const std::size_t bracket = name.find('(');
+    if (bracket == 0 || name.empty()) {
+      problem(bracket == 0 ? "番号だけの行" : "名前の無い行", std::string(number) + std::string(rest));
+      return;
+    }
+    name = name.substr(0, bracket);
+    const auto prefecture = prefectures_.find(std::string(number.substr(0, 2)));
+    if (!number.starts_with(heading_) || prefecture == prefectures_.end() || !fits(number)) {
+      problem("番号が見出しと合わない行", std::string(number) + std::string(rest));
+      return;
+    }
+    JccPlace place{std::string(number), abolished ? abolished_date(date) : "", prefecture->second,
+                   prefecture->second + full_name(number, name)};
+    if (place.abolished == "*") problem("消滅日の読めない行", std::string(number) + std::string(rest));
+    ++(abolished ? count_.abolished : count_.current);
+    build_.places.push_back(std::move(place));
+  }
+
+  bool fits(std::string_view number) const {
+    switch (kind_) {
+      case ListKind::kCities:
+        return number.size() == 4 || (number.size() == 6 && number.starts_with("1001"));
+      case ListKind::kGuns:
+        return number.size() == 5;
+      case ListKind::kWards:
+        return number.size() == 6;
+    }
+    return false;
+  }
+
+  // What follows the prefecture.
+  std::string full_name(std::string_view number, const std::string& name) const {
+    if (kind_ == ListKind::kWards) return city_ + name + "区";
+    if (kind_ == ListKind::kGuns) return name.ends_with("支庁") ? name : name + "郡";
+    if (number.size() == 6) return name + "区";
+    // The former number of all 23 wards of Tokyo.
+    if (name == "東京23区") return "23区";
+    return name + "市";
+  }
+
+  ListKind kind_;
+  std::map<std::string, std::string>& prefectures_;
+  JccBuild& build_;
+  JccCount count_;
+  std::string file_;
+  std::size_t line_ = 0;
+  bool in_body_ = false;
+  std::string heading_;  // number of the prefecture or city
+  std::string city_;
+};
+
+}  // namespace
+
+JccBuild build_jcc(const std::filesystem::path& folder) {
+  JccBuild build;
+  std::map<std::string, std::string> prefectures;
+  const auto read = [&](ListKind kind, std::string_view file) {
+    return ListReader(kind, prefectures, build).read(file_in(folder, file));
+  };
+  build.cities = read(ListKind::kCities, "jcc-list.txt");
+  build.guns = read(ListKind::kGuns, "jcg-list.txt");
+  build.wards = read(ListKind::kWards, "ku-list.txt");
+  std::ranges::stable_sort(build.places, {}, &JccPlace::number);
+  const auto doubled = [&build](const JccPlace& a, const JccPlace& b) {
+    if (a.number != b.number) return false;
+    build.problems.push_back("二度ある番号: " + b.number + " " + a.name + ", " + b.name);
+    return true;
+  };
+  const auto rest = std::ranges::unique(build.places, doubled);
+  build.places.erase(rest.begin(), rest.end());
+  return build;
+}
+
+JccChanges compare_jcc(const std::vector<JccPlace>& before, const std::vector<JccPlace>& after) {
+  std::map<std::string_view, const JccPlace*> old;
+  for (const JccPlace& place : before) old[place.number] = &place;
+  JccChanges changes;
+  for (const JccPlace& place : after) {
+    const auto found = old.find(place.number);
+    const std::string text = place.number + " " + place.name;
+    if (found == old.end()) {
+      changes.added.push_back(text);
+      continue;
+    }
+    if (found->second->name != place.name) {
+      changes.renamed.push_back(text + " (" + found->second->name + ")");
+    }
+    if (found->second->abolished.empty() && !place.abolished.empty()) {
+      changes.abolished.push_back(text + " " + place.abolished);
+    }
+    old.erase(found);
+  }
+  for (const auto& [number, place] : old) {
+    changes.removed.push_back(place->number + " " + place->name);
+  }
+  return changes;
+}
+
+}  // namespace tobarine

@@ -1,0 +1,45 @@
+// Builds `JCC_JCG.mas` from the three lists the league publishes: jcc-list.txt (cities, and the
+// wards of Tokyo), jcg-list.txt (guns) and ku-list.txt (wards of the other cities), CP932.
+//
+// Their shape: title lines; a line for each prefecture with its two-digit number, or in the ward
+// list for each city with its number in brackets; entries with number, name in Latin letters and
+// name in kanji; "*" or "※" at the number of an abolished one, and its last day behind; under a gun
+// its towns, without numbers. Blanks, tabs and full-width blanks stand here and there.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "callsign/jcc_master.h"
+
+namespace tobarine {
+
+struct JccCount {
+  std::size_t current = 0;
+  std::size_t abolished = 0;
+};
+
+struct JccBuild {
+  std::vector<JccPlace> places;  // sorted by number
+  JccCount cities;               // the wards of Tokyo included, as the list counts
+  JccCount guns;
+  JccCount wards;
+  std::vector<std::string> problems;  // "file: line: reason: text", for people
+};
+
+// Reads the lists from the folder. A line that looks like an entry and cannot be read is a problem,
+// not a failure; a file without any entry is a failure. Throws FileError, RecordError.
+JccBuild build_jcc(const std::filesystem::path& folder);
+
+// What a new master changes against an old one, as lines for people.
+struct JccChanges {
+  std::vector<std::string> added;
+  std::vector<std::string> abolished;
+  std::vector<std::string> renamed;
+  std::vector<std::string> removed;
+};
+JccChanges compare_jcc(const std::vector<JccPlace>& before, const std::vector<JccPlace>& after);
+
+}  // namespace tobarine

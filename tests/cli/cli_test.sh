@@ -1,0 +1,108 @@
+#!/bin/sh
+# The command line as a user meets it: results, messages and exit statuses, garbage included.
+# Usage: cli_test.sh TOBARINE-CLI SOURCE-FOLDER
+set -u
+cli=$1
+source=$2
+dir=$(mktemp -d)
+trap 'chmod -R u+rwx "$dir"; rm -rf "$dir"' EXIT
+export TOBARINE_HOME="$dir/home"
+cp -r "$source/data" "$TOBARINE_HOME"
+cp "$source/samples/hamlog.csv" "$dir/log.csv"
+cd "$dir" || exit 1
+failures=0
+
+# check NAME STATUS PATTERN COMMAND...: the exit status, and a pattern in all that is printed.
+check() {
+  name=$1 status=$2 pattern=$3
+  shift 3
+  "$@" >out.txt 2>err.txt </dev/null
+  got=$?
+  if [ "$got" -ne "$status" ] || ! cat out.txt err.txt | grep -qe "$pattern"; then
+    echo "FAILED: $name: status $got (wanted $status), pattern '$pattern'"
+    cat out.txt err.txt | head -5
+    failures=$((failures + 1))
+  fi
+}
+
+# refused NAME COMMAND...: one line on standard error, nothing on standard output, exit status 1.
+refused() {
+  name=$1
+  shift
+  check "$name" 1 'tobarine-cli: ' "$@"
+  if [ -s out.txt ] || [ "$(wc -l <err.txt)" -ne 1 ]; then
+    echo "FAILED: $name: not exactly one line on standard error"
+    failures=$((failures + 1))
+  fi
+}
+
+equal() {
+  if ! cmp -s "$1" "$2"; then
+    echo "FAILED: $1 and $2 differ"
+    failures=$((failures + 1))
+  fi
+}
+
+check "h2l" 0 '変換数: 48 件' "$cli" h2l log.csv
+equal log.adi "$source/tests/data/sample_defaults.adi"
+check "eqsl with settings" 0 '処理終了' "$cli" eqsl log.csv -o e.adi --set Chk_5=1 --set Chk_6=1 \
+  --set Chk_7=1 --set Chk_9=1 --set Chk_11=1
+equal e.adi "$source/tests/data/sample_eqsl.adi"
+check "report" 0 'gigahertz-text' "$cli" --json h2l log.csv
+check "report" 0 'JA3QRR  10G' "$cli" --report h2l log.csv
+"$cli" --quiet h2l log.csv >quiet.txt 2>&1
+equal quiet.txt /dev/null
+check "info" 0 '入力数: 48 件' "$cli" info log.csv
+check "calls" 0 "^JA1ABC	JA	339	Japan$" "$cli" lookup calls JA1ABC
+check "codes" 0 "^500A	339$" "$cli" lookup codes 500A
+printf 'W1AW\r\nKH6AA' | "$cli" --json lookup calls >out.txt
+check "calls from standard input" 0 '"prefix":"KH6"' cat out.txt
+check "trace" 0 'Band_tbl.ini For Input' sh -c "'$cli' --trace t.txt h2l log.csv && cat t.txt"
+if [ "$(ls "$TOBARINE_HOME")" != "$(ls "$source/data")" ]; then
+  echo "FAILED: a command wrote into the program folder"
+  failures=$((failures + 1))
+fi
+
+check "no command" 2 'required' "$cli"
+check "unknown setting" 2 'Chk_99' "$cli" --set Chk_99=1 h2l log.csv
+check "setting without value" 2 'Chk_1' "$cli" --set Chk_1 h2l log.csv
+check "output is input" 2 '同じファイル' "$cli" h2l log.csv -o ./log.csv
+check "unknown kind" 2 '\-\-kind' "$cli" h2l log.csv --kind xyz
+
+printf 'x,24/05/01\r\n' >short.csv
+check "short line" 1 'short.csv: 1 行目: 欄が足りません (2 個' "$cli" h2l short.csv
+printf 'JA1ABC,240501,2105J\r\n' >old.csv
+refused "old layout" "$cli" h2l old.csv
+check "old layout" 1 '旧' "$cli" h2l old.csv
+: >empty.csv
+check "empty file" 0 '変換数: 0 件' "$cli" h2l empty.csv
+mkdir folder.csv
+refused "folder" "$cli" h2l folder.csv
+refused "no such file" "$cli" h2l none.csv
+head -c 100000 /dev/urandom | tr -d ',' >random.csv
+refused "random bytes" "$cli" h2l random.csv
+head -c 100000000 /dev/zero | tr '\0' 'x' >long.csv
+refused "one line of 100 MB" "$cli" eqsl long.csv
+refused "full disk" "$cli" --quiet h2l log.csv -o /dev/full
+refused "no such folder" "$cli" h2l log.csv -o none/out.adi
+refused "no home" "$cli" --home "$dir/none" h2l log.csv
+refused "not a log" "$cli" h2l "$source/LICENSE"
+refused "wrong kind" "$cli" h2l log.adi
+if [ "$(id -u)" -ne 0 ]; then
+  cp log.csv secret.csv && chmod 000 secret.csv
+  refused "no permission" "$cli" h2l secret.csv
+fi
+
+cp "$TOBARINE_HOME/dxcc_hl.dat" before.dat
+refused "damaged cty.dat" "$cli" build dxcc log.csv
+equal before.dat "$TOBARINE_HOME/dxcc_hl.dat"
+printf 'W1AW,24/05/01,12:00U,59,59,14,CW,502A,,,,,,,\r\n' >codes.csv
+cat codes.csv codes.csv >codes2.csv
+check "learn codes" 0 '登録数: 1 件' "$cli" build codes codes2.csv
+check "learned code" 0 "^502A	291$" "$cli" lookup codes 502A
+printf '"1","A","B"\r\n"2"' >"$TOBARINE_HOME/Mode_tbl.ini"
+refused "damaged table" "$cli" h2l log.csv
+check "damaged table" 1 'Mode_tbl.ini: 2 行目' "$cli" h2l log.csv
+
+[ "$failures" -eq 0 ] && echo "command line: all checks passed"
+exit "$failures"

@@ -1,0 +1,50 @@
+// A folder of its own for each test, gone afterwards.
+#pragma once
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "text/cp932.h"
+
+namespace tobarine {
+
+class TestFolder {
+ public:
+  TestFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "tobarine-XXXXXX").string();
+    path_ = mkdtemp(name.data());
+  }
+  ~TestFolder() { std::filesystem::remove_all(path_); }
+  TestFolder(const TestFolder&) = delete;
+  TestFolder& operator=(const TestFolder&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+  std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
+
+  // Writes the bytes and returns the path.
+  std::filesystem::path file(std::string_view name, std::string_view bytes) const {
+    std::ofstream(path_ / name, std::ios::binary) << bytes;
+    return path_ / name;
+  }
+
+  // The same with a UTF-8 text, written as CP932.
+  std::filesystem::path text(std::string_view name, std::string_view utf8) const {
+    return file(name, to_cp932(utf8));
+  }
+
+  static std::string bytes_of(const std::filesystem::path& path) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    return bytes.str();
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace tobarine

@@ -1,0 +1,139 @@
+#include <gtest/gtest.h>
+
+#include "test_folder.h"
+#include "text/csv.h"
+#include "text/error.h"
+#include "text/folder.h"
+#include "text/input_file.h"
+#include "text/output_file.h"
+
+namespace tobarine {
+namespace {
+
+std::vector<std::string> lines_of(const std::filesystem::path& path) {
+  LineReader reader(path);
+  std::vector<std::string> lines;
+  std::string_view line;
+  while (reader.next(line)) lines.emplace_back(line);
+  return lines;
+}
+
+using Rows = std::vector<std::vector<std::string>>;
+
+Rows rows_of(const std::filesystem::path& path) {
+  CsvReader reader(path);
+  Rows rows;
+  std::vector<std::string_view> fields;
+  while (reader.next(fields)) rows.emplace_back(fields.begin(), fields.end());
+  return rows;
+}
+
+TEST(LineReader, TakesBothLineEndsAndOneEndMark) {
+  const TestFolder folder;
+  using Lines = std::vector<std::string>;
+  EXPECT_EQ(lines_of(folder.file("a", "a\r\nb\nc")), (Lines{"a", "b", "c"}));
+  EXPECT_EQ(lines_of(folder.file("b", "a\r\n\r\n")), (Lines{"a", ""}));
+  EXPECT_EQ(lines_of(folder.file("c", "a\r\n\x1A")), (Lines{"a"}));
+  EXPECT_EQ(lines_of(folder.file("d", "a\x1A" "b\x1A\x1A")), (Lines{"a\x1A" "b\x1A"}));
+  EXPECT_EQ(lines_of(folder.file("e", "")), Lines{});
+}
+
+TEST(LineReader, LinesMayCrossItsBuffer) {
+  const TestFolder folder;
+  const std::string almost(262143, 'x');
+  const auto lines = lines_of(folder.file("a", almost + "\r\n" + almost + "\r\nend\r\n"));
+  ASSERT_EQ(lines.size(), 3U);
+  EXPECT_EQ(lines[0], almost);
+  EXPECT_EQ(lines[1], almost);
+  EXPECT_EQ(lines[2], "end");
+}
+
+TEST(Readers, RefuseALineWithoutEndNamingIt) {
+  const TestFolder folder;
+  const auto file = folder.file("a", "ok\r\n" + std::string(3'000'000, 'x'));
+  for (const auto read : {+[](const std::filesystem::path& p) { lines_of(p); },
+                          +[](const std::filesystem::path& p) { rows_of(p); }}) {
+    try {
+      read(file);
+      FAIL();
+    } catch (const RecordError& error) {
+      EXPECT_NE(std::string(error.what()).find("2 行目"), std::string::npos) << error.what();
+    }
+  }
+  EXPECT_THROW(lines_of(folder / "none"), FileError);
+  EXPECT_THROW(lines_of(folder.path()), FileError);
+}
+
+TEST(CsvReader, HonoursQuotes) {
+  const TestFolder folder;
+  const struct {
+    const char* name;
+    std::string text;
+    Rows rows;
+  } cases[] = {
+      {"plain", "a,b\r\nc,d\n", {{"a", "b"}, {"c", "d"}}},
+      {"comma and line end inside", "\"a,b\r\nc\",d\r\n", {{"a,b\r\nc", "d"}}},
+      {"doubled quote", R"("a""b","""",x)", {{"a\"b", "\"", "x"}}},
+      {"text behind the closing quote", R"("a"b"c,d)", {{"ab\"c", "d"}}},
+      {"quote inside plain text", "a\"b,c\"\r\n", {{"a\"b", "c\""}}},
+      {"empty fields", ",\"\",\r\n", {{"", "", ""}}},
+      {"empty line", "a\r\n\r\n", {{"a"}, {""}}},
+      {"unclosed", "x,\"a\r\nb,c", {{"x", "a\r\nb,c"}}},
+      {"no line end, end mark", "a,b\x1A", {{"a", "b"}}},
+      {"full-width", to_cp932("\"表,示\",ソ\r\n"), {{"表,示", "ソ"}}},
+      {"broken character before a quote", "\"a\x81\",b\r\n", {{"a\U0010FF81", "b"}}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(rows_of(folder.file("f", c.text)), c.rows) << c.name;
+}
+
+TEST(CsvReader, RecordsMayCrossItsBufferAnywhere) {
+  const TestFolder folder;
+  const std::string record = "\"a\"\"b\x82\xA0\",\"x\r\ny\",z\r\n";
+  for (std::size_t padding = 262144 - 24; padding < 262144; ++padding) {
+    const auto file = folder.file("f", std::string(padding, 'p') + ",\r\n" + record + record);
+    const Rows rows = rows_of(file);
+    ASSERT_EQ(rows.size(), 3U) << padding;
+    const std::vector<std::string> expected = {"a\"bあ", "x\r\ny", "z"};
+    EXPECT_EQ(rows[1], expected) << padding;
+    EXPECT_EQ(rows[2], expected) << padding;
+  }
+}
+
+TEST(CsvReader, KnowsItsLines) {
+  const TestFolder folder;
+  CsvReader reader(folder.file("f", "\"a\r\nb\",c\r\nd\r\n\"e\r\nf"));
+  std::vector<std::string_view> fields;
+  ASSERT_TRUE(reader.next(fields));
+  EXPECT_EQ(reader.line(), 1U);
+  ASSERT_TRUE(reader.next(fields));
+  EXPECT_EQ(reader.line(), 3U);
+  EXPECT_FALSE(reader.unclosed_quote());
+  ASSERT_TRUE(reader.next(fields));
+  EXPECT_EQ(reader.line(), 4U);
+  EXPECT_EQ(reader.last_line(), 5U);
+  EXPECT_TRUE(reader.unclosed_quote());
+}
+
+TEST(OutputFile, AFullDiskIsToldAndAReplacedFileStays) {
+  OutputFile full("/dev/full");
+  full.buffer() = "text";
+  EXPECT_THROW(full.close(), FileError);
+  const TestFolder folder;
+  std::filesystem::create_directory(folder / "target");
+  EXPECT_THROW(replace_file(folder / "target", "x"), FileError);
+  EXPECT_THROW(replace_file(folder / "no" / "file", "x"), FileError);
+  const auto file = folder.file("f", "old");
+  replace_text_file(file, "新\n");
+  EXPECT_EQ(TestFolder::bytes_of(file), "\x90\x56\r\n");
+  EXPECT_FALSE(std::filesystem::exists(folder / "f.tmp"));
+}
+
+TEST(Folder, NamesMatchWithoutRegardToCase) {
+  const TestFolder folder;
+  folder.file("Band_tbl.ini", "");
+  EXPECT_EQ(file_in(folder.path(), "band_tbl.ini"), folder / "Band_tbl.ini");
+  EXPECT_EQ(file_in(folder.path(), "none.ini"), folder / "none.ini");
+}
+
+}  // namespace
+}  // namespace tobarine

@@ -1,0 +1,58 @@
+#include "text/strings.h"
+
+#include <gtest/gtest.h>
+
+#include "text/utf8.h"
+
+namespace tobarine {
+namespace {
+
+TEST(Strings, UpperCaseKnowsAsciiAndFullWidthLatinOnly) {
+  EXPECT_EQ(upper("aZ1ａｚＡ日本ｱéя"), "AZ1ＡＺＡ日本ｱéя");
+}
+
+TEST(Strings, TrimTakesBlanksOnly) {
+  EXPECT_EQ(trim("  a b "), "a b");
+  EXPECT_EQ(trim("　a\t"), "　a\t");
+  EXPECT_EQ(trim("   "), "");
+  std::string text = "  x ";
+  trim_in_place(text);
+  EXPECT_EQ(text, "x");
+}
+
+TEST(Strings, NumbersAreReadFromTheStart) {
+  const struct {
+    const char* text;
+    double number;
+  } rows[] = {{"7.025", 7.025}, {"14", 14},  {"430.", 430}, {".5", 0.5}, {"10G", 10},
+              {"1.2.3", 1.2},   {"abc", 0},  {"", 0},       {".", 0},    {" 7", 0},
+              {"-5", 0},        {"1e3", 1},  {"00012", 12}};
+  for (const auto& row : rows) EXPECT_DOUBLE_EQ(leading_number(row.text), row.number) << row.text;
+  EXPECT_EQ(number_text(2024), "2024");
+  EXPECT_EQ(number_text(1.5), "1.5");
+  EXPECT_EQ(number_text(0), "0");
+}
+
+TEST(Strings, ReplacedTextIsNotLookedAtAgain) {
+  std::string text = "aaaa";
+  replace_all(text, "aa", "a");
+  EXPECT_EQ(text, "aa");
+  text = "$D$DXX";
+  replace_all(text, "$DX", "");
+  EXPECT_EQ(text, "$DX");
+}
+
+TEST(Strings, PositionsCountCharacters) {
+  EXPECT_EQ(left_chars("日本go", 3), "日本g");
+  EXPECT_EQ(right_chars("日本go", 3), "本go");
+  EXPECT_EQ(mid_chars("日本go", 1, 2), "本g");
+  EXPECT_EQ(mid_chars("ab", 5, 2), "");
+  EXPECT_EQ(right_chars("ab", 5), "ab");
+  EXPECT_EQ(char_count("日\xFFz"), 3U);
+  EXPECT_FALSE(is_valid_utf8("\xE3\x81"));
+  EXPECT_FALSE(is_valid_utf8("\xC0\xAF"));
+  EXPECT_TRUE(is_valid_utf8("日本é😀"));
+}
+
+}  // namespace
+}  // namespace tobarine
