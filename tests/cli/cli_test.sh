@@ -4,7 +4,7 @@
 set -u
 cli=$1
 source=$2
-dir=$(mktemp -d)
+dir=$(mktemp -d "${TMPDIR:-/tmp}/tobarine-XXXXXX")  # no dot: outputs end at the first one
 trap 'chmod -R u+rwx "$dir"; rm -rf "$dir"' EXIT
 export TOBARINE_HOME="$dir/home"
 cp -r "$source/data" "$TOBARINE_HOME"
@@ -55,8 +55,9 @@ equal quiet.txt /dev/null
 check "info" 0 '入力数: 48 件' "$cli" info log.csv
 check "calls" 0 "^JA1ABC	JA	339	Japan$" "$cli" lookup calls JA1ABC
 check "codes" 0 "^500A	339$" "$cli" lookup codes 500A
-printf 'W1AW\r\nKH6AA' | "$cli" --json lookup calls >out.txt
-check "calls from standard input" 0 '"prefix":"KH6"' cat out.txt
+printf 'W1AW\r\nKH6AA' >calls.txt
+check "calls from standard input" 0 '"prefix":"KH6"' sh -c "'$cli' --json lookup calls <calls.txt"
+check "jcc" 0 "^11007	11007	神奈川県三浦郡$" "$cli" lookup jcc 11007
 check "trace" 0 'Band_tbl.ini For Input' sh -c "'$cli' --trace t.txt h2l log.csv && cat t.txt"
 if [ "$(ls "$TOBARINE_HOME")" != "$(ls "$source/data")" ]; then
   echo "FAILED: a command wrote into the program folder"

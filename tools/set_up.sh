@@ -1,0 +1,36 @@
+# What ./run and ./test share; read by them, with $here set to the repository's folder.
+
+say() { printf '== %s\n' "$*" >&2; }
+
+# Installs the Debian packages that are missing; asks for root only then.
+install_packages() {
+  missing=
+  for package; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+      missing="$missing $package"
+  done
+  [ -z "$missing" ] && return
+  say "足りないパッケージを入れます:$missing"
+  as_root=
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { say "root で入れて下さい: apt-get install$missing"; exit 1; }
+    as_root=sudo
+  fi
+  $as_root apt-get update -qq
+  # shellcheck disable=SC2086 # one word a package
+  $as_root env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends $missing >/dev/null
+}
+
+# Configures and builds a preset of CMakePresets.json into build/.
+build() {
+  say "ビルドします: build/$1"
+  cd "$here"
+  mkdir -p build
+  if ! { cmake --preset "$1" && cmake --build --preset "$1"; } >"build/$1.log" 2>&1; then
+    cat "build/$1.log" >&2
+    say "ビルドできませんでした (build/$1.log)"
+    exit 1
+  fi
+  cd - >/dev/null
+}
