@@ -21,7 +21,7 @@ constexpr std::uint16_t kUsPossessions[] = {6,   9,   20,  43,  103, 105, 110, 1
 
 // Endings of two letters and more that do not move a call although some are prefixes as well.
 constexpr std::string_view kNoPlace[] = {"AE", "AG", "AM", "FF", "IMD", "JOTA", "LGT", "LH",
-                                         "LT", "LV", "MM", "YL", "YOTA"};
+                                         "LT", "LV", "MM", "Y2K", "YL", "YOTA"};
 
 // The ending says how the station works, not where. Single letters never name a place.
 bool is_no_place(std::string_view ending) {
@@ -107,25 +107,27 @@ class CallAnalysis::Lookup {
     return of_two(rest, ending);
   }
 
-  // A part that stands for a place, not for a station: a listed call or prefix, or short and ending
-  // with a digit.
+  // A part that stands for a place, not for a station: a listed call or prefix, or a short one with
+  // a digit and at most one letter behind it (VE3, C6A).
   bool looks_like_prefix(std::string_view part) const {
     if (exact(part).dxcc != 0) return true;
     const auto match = a_.prefixes_.longest_prefix(part);
     if (!match) return false;
-    return match->length == part.size() || (part.size() <= 4 && is_digit(part.back()));
+    const std::size_t digit = last_digit(part);
+    const bool short_form = part.size() <= 4 && digit != kNone && digit + 2 >= part.size();
+    return match->length == part.size() || short_form;
   }
 
   PlaceData of_two(std::string_view left, std::string_view right) const {
-    const bool left_shorter = left.size() <= right.size();
-    const std::string_view shorter = left_shorter ? left : right;
-    const std::string_view longer = left_shorter ? right : left;
-    if (looks_like_prefix(shorter)) {
-      if (const PlaceData place = exact_or_prefix(shorter); place.dxcc != 0) return place;
+    // In front only a place can stand; behind, also an ending nobody has listed.
+    const bool left_is_place = left.size() <= right.size();
+    const std::string_view place_part = left_is_place ? left : right;
+    const std::string_view home = left_is_place ? right : left;
+    if (left_is_place || looks_like_prefix(place_part)) {
+      if (const PlaceData place = exact_or_prefix(place_part); place.dxcc != 0) return place;
     }
-    // A short right side that is no prefix is an ending nobody has listed.
-    if (const PlaceData place = exact_or_prefix(longer); place.dxcc != 0) return place;
-    return exact_or_prefix(shorter);
+    const PlaceData place = exact_or_prefix(home);
+    return place.dxcc != 0 ? place : exact_or_prefix(place_part);
   }
 
   PlaceData moved_to_area(std::string_view home, char area) const {

@@ -57,7 +57,8 @@ TEST(CallAnalysis, TheShorterKnownSideIsThePlace) {
   expect_prefixes({{"KH6/W1AW", "KH6"}, {"W1AW/KH6", "KH6"}, {"P5/4Q4QQ", "P5"},
                    {"AA7V/VP2V", "VP2V"}, {"3D2R/W1AW", "3D2/R"}, {"JD1/JA6GXK", "JD1/M"},
                    {"HB0/DK3RED", "HB0"}, {"W1AW/VE3", "VE"}, {"DL1ABC/IMD", "DL"},
-                   {"MM/W1AW", "GM"}});
+                   {"MM/W1AW", "GM"},    {"IK/DL7JOM", "I"},   {"N1RO/C6A", "C6"},
+                   {"N8PPQ/LT", "W"},    {"QRP/JA1ABC", "JA"}, {"W1AW/Y2K", "W"}});
 }
 
 TEST(CallAnalysis, WhatIsNoCallHasNoEntity) {
