@@ -1,0 +1,80 @@
+#!/usr/bin/env python3
+"""Times whole processes beside one pass of iconv over the same file, and takes their peak memory.
+
+    bench/whole_runs.py [CONTACTS]      default 200000
+
+Makes a log of made-up contacts, then runs each command several times in turn and prints the best
+wall time, its ratio to iconv's and the largest resident size. Needs ./run --build first.
+"""
+import os
+import pathlib
+import random
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+CLI = ROOT / "build/release/bin/tobarine-cli"
+ROUNDS = 9
+
+
+def make_hamlog(path, contacts):
+    pick = random.Random(1)
+    names = ["山田太郎", "佐藤", "Bob", "", "ｽｽﾞｷ"]
+    places = ["神奈川県横浜市", "東京都千代田区", "Newington CT", "北海道札幌市中央区", ""]
+    remarks = ["", "QSL via @W3HNK", "IOTA AS-007", "移動運用 富士山", "%hQSL TNX", "WAS=CA",
+               "コンテスト参加 ありがとうございました"]
+    with open(path, "wb") as file:
+        for _ in range(contacts):
+            call = pick.choice(["JA", "JH", "JR", "7K", "W", "K", "DL", "UA", "HL", "BY"])
+            call += str(pick.randrange(10)) + "".join(pick.choices("ABCDEFGHIJKLMNOPQRSTUVWXYZ", k=3))
+            if pick.random() < 0.05:
+                call += f"/{pick.randrange(10)}"
+            fields = [
+                call,
+                f"{pick.choice([75, 85, 99, 5, 15, 25]):02}/{pick.randint(1, 12):02}/{pick.randint(1, 28):02}",
+                f"{pick.randrange(24):02}:{pick.randrange(60):02}{pick.choice('JJJU')}",
+                "59", "59", pick.choice(["7.025", "14", "430.", "21.010", "1200", "50.1"]),
+                pick.choice(["SSB", "CW", "FM", "RTY"]),
+                pick.choice(["1001", "01001", "110101", "500A", "501A"]), pick.choice(["", "PM95"]),
+                pick.choice(["J* ", "J**", "M* ", "   "]), pick.choice(names), pick.choice(places),
+                pick.choice(remarks), pick.choice(remarks), "0"]
+            file.write((",".join(f'"{f}"' for f in fields) + "\r\n").encode("cp932"))
+
+
+def run(command):
+    """Wall seconds and peak resident KiB of one process."""
+    start = time.perf_counter()
+    process = subprocess.Popen(command, stdout=open(os.devnull, "wb"))
+    _, status, usage = os.wait4(process.pid, 0)
+    assert status == 0, command
+    return time.perf_counter() - start, usage.ru_maxrss
+
+
+def main():
+    contacts = int(sys.argv[1]) if len(sys.argv) > 1 else 200000
+    with tempfile.TemporaryDirectory(prefix="tobarine-bench-") as folder:
+        log, out = f"{folder}/log.csv", f"{folder}/out.adi"
+        make_hamlog(log, contacts)
+        full = ["--set", "Chk_5=1", "--set", "Chk_6=1", "--set", "Chk_8=1", "--set", "Chk_9=1",
+                "--set", "Chk_11=1", "--set", "Chk_16=1"]
+        commands = {
+            "iconv": ["iconv", "-f", "cp932", "-t", "utf-8", "-o", f"{folder}/out.txt", log],
+            "h2l": [CLI, "--quiet", "h2l", log, "-o", out],
+            "h2l, all options": [CLI, "--quiet", *full, "h2l", log, "-o", out],
+            "eqsl": [CLI, "--quiet", "eqsl", log, "-o", out],
+        }
+        best = {name: (float("inf"), 0) for name in commands}
+        for _ in range(ROUNDS):
+            for name, command in commands.items():
+                seconds, memory = run(command)
+                best[name] = (min(best[name][0], seconds), max(best[name][1], memory))
+        size = os.path.getsize(log)
+    print(f"{contacts} contacts, {size / 1e6:.1f} MB, best of {ROUNDS}")
+    for name, (seconds, memory) in best.items():
+        print(f"{name:18} {seconds * 1000:7.1f} ms  {seconds / best['iconv'][0]:5.2f} x iconv  "
+              f"{contacts / seconds / 1e6:5.2f} M contacts/s  {memory / 1024:5.1f} MB")
+
+
+main()
