@@ -29,7 +29,7 @@ namespace fs = std::filesystem;
 class Session {
  public:
   explicit Session(const CliOptions& options)
-      : options_(options), folder_(locate_program_folder(folder_hints(options.home))) {
+      : options_(options), folder_(locate_program_folder(folder_hints(options.home, options.called_as))) {
     std::error_code error;
     const fs::path file = file_in(folder_.path, kSettingsFile);
     settings_ = fs::exists(file, error) ? read_settings(file) : first_start_settings();

@@ -40,6 +40,7 @@ class Parser {
       const int status = app_.exit(error, std::cout, std::cerr);
       return {o_, status == 0 ? 0 : kWrongUse};
     }
+    o_.called_as = argv[0];
     return {o_, -1};
   }
 

@@ -20,6 +20,7 @@ enum class Command {
 
 struct CliOptions {
   Command command = Command::kInfo;
+  const char* called_as = "";  // the program's name as it was called
   std::string home;
   std::string trace;
   std::vector<std::string> set;  // "KEY=VALUE"

@@ -18,23 +18,25 @@ std::string environment(const char* name) {
   return value == nullptr ? "" : value;
 }
 
-std::filesystem::path executable_file() {
+std::filesystem::path executable_file(const char* called_as) {
 #ifdef _WIN32
+  static_cast<void>(called_as);
   std::wstring buffer(32768, L'\0');
   buffer.resize(GetModuleFileNameW(nullptr, buffer.data(), static_cast<DWORD>(buffer.size())));
   return buffer;
 #else
   std::error_code error;
-  return std::filesystem::read_symlink("/proc/self/exe", error);
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  return error ? std::filesystem::absolute(called_as) : self;  // no /proc in a bare chroot
 #endif
 }
 
 }  // namespace
 
-FolderHints folder_hints(const std::string& home) {
+FolderHints folder_hints(const std::string& home, const char* called_as) {
   FolderHints hints;
   hints.home = home.empty() ? environment("TOBARINE_HOME") : home;
-  hints.executable = executable_file();
+  hints.executable = executable_file(called_as);
   hints.user_data = environment("XDG_DATA_HOME");
   if (hints.user_data.empty() && !environment("HOME").empty()) {
     hints.user_data = std::filesystem::path(environment("HOME")) / ".local" / "share";
