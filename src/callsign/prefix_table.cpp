@@ -45,7 +45,10 @@ std::size_t PlaceMap::slot_of(const Key& key) const {
   hash ^= hash >> 32;
   const std::size_t mask = slots_.size() - 1;
   std::size_t i = hash & mask;
-  while (slots_[i].key[0] != 0 && slots_[i].key != key) i = (i + 1) & mask;
+  const auto differs = [&key](const Key& other) {
+    return ((other[0] ^ key[0]) | (other[1] ^ key[1]) | (other[2] ^ key[2])) != 0;
+  };
+  while (slots_[i].key[0] != 0 && differs(slots_[i].key)) i = (i + 1) & mask;
   return i;
 }
 
@@ -92,15 +95,31 @@ void PrefixTable::load(const std::filesystem::path& path) {
     if (key[0] == '=') {
       loaded.calls_.add(key.substr(1), place);
     } else {
-      loaded.prefixes_.add(key, place);
+      loaded.add_prefix(key, place);
     }
   }
   if (loaded.prefixes() == 0) throw FileError(path, "プリフィックスがありません");
   *this = std::move(loaded);
 }
 
+// Where the first two characters stand in lengths_; one character stands as with a NUL behind it.
+std::size_t PrefixTable::beginning(std::string_view text) {
+  const auto first = static_cast<unsigned char>(text[0]);
+  const auto second = static_cast<unsigned char>(text.size() > 1 ? text[1] : '\0');
+  return (first & 0x7FU) << 7 | (second & 0x7FU);
+}
+
+void PrefixTable::add_prefix(std::string_view prefix, const PlaceData& place) {
+  lengths_.resize(std::size_t{1} << 14);
+  prefixes_.add(prefix, place);
+  lengths_[beginning(prefix)] |= 1U << prefix.size();
+}
+
 std::optional<PrefixTable::PrefixMatch> PrefixTable::longest_prefix(std::string_view call) const {
-  for (std::size_t n = std::min(call.size(), prefixes_.longest_key()); n > 0; --n) {
+  if (call.empty() || lengths_.empty()) return std::nullopt;
+  const std::uint32_t lengths = lengths_[beginning(call)] | lengths_[beginning(call.substr(0, 1))];
+  for (std::size_t n = std::min(call.size(), PlaceMap::kLongestKey); n > 0; --n) {
+    if ((lengths >> n & 1U) == 0) continue;
     if (const PlaceData* place = prefixes_.find(call.substr(0, n))) return PrefixMatch{place, n};
   }
   return std::nullopt;

@@ -33,7 +33,6 @@ class PlaceMap {
   bool add(std::string_view key, const PlaceData& place);
   const PlaceData* find(std::string_view key) const;  // nullptr: not there
   std::size_t size() const { return size_; }
-  std::size_t longest_key() const { return longest_; }
 
  private:
   using Key = std::array<std::uint64_t, kLongestKey / 8>;
@@ -71,8 +70,13 @@ class PrefixTable {
   static std::string file_line(std::string_view key, const PlaceData& place);
 
  private:
+  static std::size_t beginning(std::string_view text);
+  void add_prefix(std::string_view prefix, const PlaceData& place);
+
   PlaceMap calls_;
   PlaceMap prefixes_;
+  // By the first two characters: bit n is set when a prefix of n characters begins with them.
+  std::vector<std::uint32_t> lengths_;
 };
 
 }  // namespace tobarine

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <string>
+#include <type_traits>
 
 #include "text/cp932.h"
 #include "text/strings.h"
@@ -37,6 +38,27 @@ void AdifWriter::write_header() {
       "\r\nInternet:  https://tobarine.example/\r\n"
       "e-mail to: support@tobarine.example\r\n"
       "<EOH>\r\n\r\n");
+}
+
+// Values are short; two overlapping copies of a fixed size are faster than one of a variable size.
+void AdifWriter::put_value(std::string_view value) {
+  const std::size_t n = value.size();
+  const auto copy = [&]<std::size_t Size>(std::integral_constant<std::size_t, Size>) {
+    std::memcpy(out_, value.data(), Size);
+    std::memcpy(out_ + n - Size, value.data() + n - Size, Size);
+  };
+  if (n > 16) {
+    std::memcpy(out_, value.data(), n);
+  } else if (n >= 8) {
+    copy(std::integral_constant<std::size_t, 8>());
+  } else if (n >= 4) {
+    copy(std::integral_constant<std::size_t, 4>());
+  } else if (n >= 2) {
+    copy(std::integral_constant<std::size_t, 2>());
+  } else if (n == 1) {
+    *out_ = value[0];
+  }
+  out_ += n;
 }
 
 void AdifWriter::put_encoded(std::string_view value) { lacking_ += encode_cp932(value, out_); }

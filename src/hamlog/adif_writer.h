@@ -29,10 +29,7 @@ class AdifWriter {
     std::memcpy(out_, text, N - 1);
     out_ += N - 1;
   }
-  void put_value(std::string_view value) {
-    std::memcpy(out_, value.data(), value.size());
-    out_ += value.size();
-  }
+  void put_value(std::string_view value);
   void put_encoded(std::string_view value);
   void put_state(std::string_view state);
 

@@ -14,9 +14,10 @@ constexpr double kLastYearOf2000s = 30;
 
 // yy/mm/dd to yyyymmdd, by position, whatever the characters are.
 void derive_date(std::string_view date, std::string& result) {
-  result.assign(left_chars(date, 2)).append(mid_chars(date, 3, 2)).append(right_chars(date, 2));
-  const bool is_2000s = leading_number(left_chars(result, 2)) <= kLastYearOf2000s;
-  result.insert(0, is_2000s ? "20" : "19");
+  result.assign("20").append(left_chars(date, 2)).append(mid_chars(date, 3, 2));
+  result.append(right_chars(date, 2));
+  const std::string_view year = left_chars(std::string_view(result).substr(2), 2);
+  if (leading_number(year) > kLastYearOf2000s) result.replace(0, 2, "19");
 }
 
 void fill_record(const std::vector<std::string_view>& columns, QsoRecord& record) {
@@ -93,33 +94,46 @@ std::size_t count_lines(const std::filesystem::path& path) {
   return lines.line();
 }
 
-// Decodes the line, takes its quotes out and splits it, in one pass.
+// Decodes the line, takes its quotes out and splits it, in one pass. Quotes and commas come too
+// irregularly for branches to be foretold, so the loop has none for them.
 HamlogLineReader::Split HamlogLineReader::split(std::string_view line) {
+  if (text_.size() < line.size() * kUtf8PerByte + 1) text_.resize(line.size() * kUtf8PerByte + 1);
+  if (ends_.size() < line.size() + 1) ends_.resize(line.size() + 1);
   Split result;
-  if (text_.size() < line.size() * kUtf8PerByte) text_.resize(line.size() * kUtf8PerByte);
-  columns_.clear();
-  bool quoted = false;
+  unsigned quoted = 0;
+  unsigned inside_quotes = 0;
+  std::size_t commas = 0;
   char* out = text_.data();
-  const char* column = out;
+  const char** const ends = ends_.data();
   const char* const end = line.data() + line.size();
   for (const char* at = line.data(); at < end;) {
     const char c = *at;
     if (static_cast<unsigned char>(c) >= 0x80) {
-      if (!decode_cp932_char(at, end, out)) ++result.invalid_bytes;
+      const char* next = at;  // copies, so that the loop's own pointers stay in registers
+      char* next_out = out;
+      if (!decode_cp932_char(next, end, next_out)) ++result.invalid_bytes;
+      at = next;
+      out = next_out;
       continue;
     }
     ++at;
-    if (c == '"') {
-      quoted = !quoted;
-    } else if (c == ',') {
-      columns_.emplace_back(column, out - column);
-      column = out;
-      result.inside_quotes = result.inside_quotes || quoted;
-    } else {
-      *out++ = c;
-    }
+    const unsigned is_quote = c == '"' ? 1 : 0;
+    const unsigned is_comma = c == ',' ? 1 : 0;
+    quoted ^= is_quote;
+    inside_quotes |= is_comma & quoted;
+    ends[commas] = out;
+    commas += is_comma;
+    *out = c;
+    out += 1 - (is_quote | is_comma);
   }
-  columns_.emplace_back(column, out - column);
+  ends[commas] = out;
+  result.inside_quotes = inside_quotes != 0;
+  columns_.clear();
+  const char* column = text_.data();
+  for (std::size_t i = 0; i <= commas; ++i) {
+    columns_.emplace_back(column, ends[i] - column);
+    column = ends[i];
+  }
   return result;
 }
 

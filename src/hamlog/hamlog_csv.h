@@ -64,7 +64,8 @@ class HamlogLineReader : public HamlogReader {
   Split split(std::string_view line);
 
   LineReader lines_;
-  std::string text_;  // the columns, one behind the other
+  std::string text_;                // the columns, one behind the other
+  std::vector<const char*> ends_;   // where each column ends in text_
   std::vector<std::string_view> columns_;
 };
 

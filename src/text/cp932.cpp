@@ -7,12 +7,16 @@
 #include "text/utf8.h"
 
 namespace tobarine {
-namespace {
 
-constexpr int kTrails = 188;
-constexpr std::uint16_t kPairs[] = {
+const std::uint16_t cp932_detail::kPairs[] = {
 #include "text/cp932_table.inc"
 };
+
+namespace {
+
+using cp932_detail::kPairs;
+
+constexpr int kTrails = 188;
 
 constexpr char32_t kUserDefinedFirst = 0xE000;
 constexpr char32_t kUserDefinedLast = 0xE757;
@@ -137,31 +141,16 @@ char32_t cp932_pair_to_unicode(std::uint8_t lead, std::uint8_t trail) {
 
 int cp932_from_unicode(char32_t code_point) { return code_in(encode_table(), code_point); }
 
-bool decode_cp932_char(const char*& bytes, const char* end, char*& out) {
+bool cp932_detail::decode_rare_char(const char*& bytes, const char* end, char*& out) {
   const auto byte = static_cast<std::uint8_t>(*bytes);
-  if (byte >= 0x81 && byte <= 0x9F && bytes + 1 < end) {  // the lead bytes of nearly all text
-    const int trail = trail_index(static_cast<std::uint8_t>(bytes[1]));
-    if (trail >= 0 && kPairs[(byte - 0x81) * kTrails + trail] >= 0x800) {
-      bytes += 2;
-      put_utf8(kPairs[(byte - 0x81) * kTrails + trail], out);
-      return true;
-    }
-  }
   char32_t c = single_byte(byte);
-  if (c != 0) {
-    ++bytes;
-    put_utf8(c, out);
-    return true;
-  }
-  if (bytes + 1 < end) c = cp932_pair_to_unicode(byte, static_cast<std::uint8_t>(bytes[1]));
-  if (c != 0) {
-    bytes += 2;
-    put_utf8(c, out);
-    return true;
+  if (c == 0 && end - bytes >= 2) {
+    c = cp932_pair_to_unicode(byte, static_cast<std::uint8_t>(bytes[1]));
+    if (c != 0) ++bytes;
   }
   ++bytes;
-  put_utf8(kInvalidByteBase + byte, out);
-  return false;
+  put_utf8(c == 0 ? kInvalidByteBase + byte : c, out);
+  return c != 0;
 }
 
 std::size_t decode_cp932(std::string_view bytes, std::string& utf8) {

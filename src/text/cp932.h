@@ -27,6 +27,32 @@ inline constexpr std::size_t kUtf8PerByte = 4;
 // decode while they look for other things.
 bool decode_cp932_char(const char*& bytes, const char* end, char*& out);
 
+namespace cp932_detail {
+// One row of 188 code points for each lead byte from 81 on; see the table's generator.
+extern const std::uint16_t kPairs[];
+bool decode_rare_char(const char*& bytes, const char* end, char*& out);
+}  // namespace cp932_detail
+
+// Inline for what nearly all Japanese text consists of: lead bytes 81-9F.
+inline bool decode_cp932_char(const char*& bytes, const char* end, char*& out) {
+  const unsigned lead = static_cast<unsigned char>(*bytes) - 0x81U;
+  if (lead <= 0x9F - 0x81 && end - bytes >= 2) {
+    const unsigned trail = static_cast<unsigned char>(bytes[1]);
+    if (trail >= 0x40 && trail <= 0xFC && trail != 0x7F) {
+      const char32_t c = cp932_detail::kPairs[lead * 188 + trail - 0x40 - (trail > 0x7F ? 1 : 0)];
+      if (c >= 0x800) {
+        bytes += 2;
+        out[0] = static_cast<char>(0xE0 | c >> 12);
+        out[1] = static_cast<char>(0x80 | (c >> 6 & 0x3F));
+        out[2] = static_cast<char>(0x80 | (c & 0x3F));
+        out += 3;
+        return true;
+      }
+    }
+  }
+  return cp932_detail::decode_rare_char(bytes, end, out);
+}
+
 // Appends `utf8` to `bytes` as CP932. A character that CP932 lacks becomes "?"; returns their number.
 // Malformed UTF-8 counts as one such character per byte.
 std::size_t encode_cp932(std::string_view utf8, std::string& bytes);

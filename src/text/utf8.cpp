@@ -5,15 +5,13 @@ namespace {
 
 bool is_continuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-// The bytes of the first `count` characters.
+}  // namespace
+
 std::size_t bytes_of_chars(std::string_view text, std::size_t count) {
-  std::size_t bytes = ascii_prefix(text.substr(0, count));
-  count -= bytes;
+  std::size_t bytes = 0;
   for (; count > 0 && bytes < text.size(); --count) bytes += next_utf8(text.substr(bytes)).size;
   return bytes;
 }
-
-}  // namespace
 
 Utf8Char next_utf8(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text[0]);
@@ -62,18 +60,10 @@ std::size_t char_count(std::string_view text) {
   return count;
 }
 
-std::string_view left_chars(std::string_view text, std::size_t count) {
-  return text.substr(0, bytes_of_chars(text, count));
-}
-
 std::string_view right_chars(std::string_view text, std::size_t count) {
   if (is_ascii(text)) return text.size() <= count ? text : text.substr(text.size() - count);
   const std::size_t all = char_count(text);
   return all <= count ? text : text.substr(bytes_of_chars(text, all - count));
-}
-
-std::string_view mid_chars(std::string_view text, std::size_t start, std::size_t count) {
-  return left_chars(text.substr(bytes_of_chars(text, start)), count);
 }
 
 }  // namespace tobarine

@@ -57,11 +57,19 @@ bool is_valid_utf8(std::string_view text);
 // The number of characters.
 std::size_t char_count(std::string_view text);
 
+// The bytes of the first `count` characters of a text.
+std::size_t bytes_of_chars(std::string_view text, std::size_t count);
+
 // The first / last `count` characters, or all when there are fewer.
-std::string_view left_chars(std::string_view text, std::size_t count);
+inline std::string_view left_chars(std::string_view text, std::size_t count) {
+  const std::string_view head = text.substr(0, count);
+  return is_ascii(head) ? head : text.substr(0, bytes_of_chars(text, count));
+}
 std::string_view right_chars(std::string_view text, std::size_t count);
 
 // Up to `count` characters from the character at `start` (counted from 0) on.
-std::string_view mid_chars(std::string_view text, std::size_t start, std::size_t count);
+inline std::string_view mid_chars(std::string_view text, std::size_t start, std::size_t count) {
+  return left_chars(text.substr(left_chars(text, start).size()), count);
+}
 
 }  // namespace tobarine
