@@ -110,17 +110,24 @@ class CallAnalysis::Lookup {
   // A part that stands for a place, not for a station: a listed call or prefix, or a short one with
   // a digit and at most one letter behind it (VE3, C6A).
   bool looks_like_prefix(std::string_view part) const {
-    if (exact(part).dxcc != 0) return true;
-    const auto match = a_.prefixes_.longest_prefix(part);
-    if (!match) return false;
+    if (is_listed(part)) return true;
     const std::size_t digit = last_digit(part);
     const bool short_form = part.size() <= 4 && digit != kNone && digit + 2 >= part.size();
-    return match->length == part.size() || short_form;
+    return short_form && a_.prefixes_.longest_prefix(part);
+  }
+
+  bool is_listed(std::string_view part) const {
+    if (exact(part).dxcc != 0) return true;
+    const auto match = a_.prefixes_.longest_prefix(part);
+    return match && match->length == part.size();
   }
 
   PlaceData of_two(std::string_view left, std::string_view right) const {
-    // In front only a place can stand; behind, also an ending nobody has listed.
-    const bool left_is_place = left.size() <= right.size();
+    // In front only a place can stand; behind, also an ending nobody has listed. Of two parts as long
+    // as each other the one that is listed as it stands is the place.
+    const bool tie = left.size() == right.size();
+    const bool left_is_place =
+        tie ? is_listed(left) || !is_listed(right) : left.size() < right.size();
     const std::string_view place_part = left_is_place ? left : right;
     const std::string_view home = left_is_place ? right : left;
     if (left_is_place || looks_like_prefix(place_part)) {
