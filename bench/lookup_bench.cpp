@@ -1,6 +1,5 @@
 // The call-sign analysis: loading its tables, and one lookup.
 #include <benchmark/benchmark.h>
-
 #include <random>
 #include <string>
 #include <vector>

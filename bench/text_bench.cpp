@@ -1,6 +1,5 @@
 // The code page codec.
 #include <benchmark/benchmark.h>
-
 #include <string>
 
 #include "text/cp932.h"

@@ -1,13 +1,12 @@
 // A folder of its own for each test, gone afterwards.
 #pragma once
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 
 #include "text/cp932.h"
 

@@ -20,7 +20,9 @@ bool is_quoted(std::string_view value) {
          (value.front() == '"' || value.front() == '\'');
 }
 
-bool is_section_line(std::string_view line) { return strip(line).starts_with('['); }
+bool is_section_line(std::string_view line) {
+  return strip(line).starts_with('[');
+}
 
 std::string_view section_name(std::string_view line) {
   line = strip(line);

@@ -1,6 +1,6 @@
-// A Windows profile file ("ini"): sections in square brackets, then a line "key=value" each. What is
-// written here the Windows profile calls read back, and the other way round. A file edited by hand
-// keeps its order, comments, blank lines and unknown keys.
+// A Windows profile file ("ini"): sections in square brackets, then a line "key=value" each. What
+// is written here the Windows profile calls read back, and the other way round. A file edited by
+// hand keeps its order, comments, blank lines and unknown keys.
 #pragma once
 
 #include <cstddef>

@@ -8,7 +8,8 @@
 
 namespace tobarine {
 
-// Its path as text always ends with the platform's separator, as the messages and the trace show it.
+// Its path as text always ends with the platform's separator, as the messages and the trace show
+// it.
 std::string folder_text(const std::filesystem::path& folder);
 
 struct ProgramFolder {
@@ -21,9 +22,9 @@ struct ProgramFolder {
 
 // What decides, besides the files that exist.
 struct FolderHints {
-  std::filesystem::path home;         // --home or TOBARINE_HOME; empty: none given
-  std::filesystem::path executable;   // the running program's file
-  std::filesystem::path user_data;    // $XDG_DATA_HOME, or ~/.local/share
+  std::filesystem::path home;        // --home or TOBARINE_HOME; empty: none given
+  std::filesystem::path executable;  // the running program's file
+  std::filesystem::path user_data;   // $XDG_DATA_HOME, or ~/.local/share
 };
 
 // `home` when given; else the executable's folder when the reference files stand there; else the

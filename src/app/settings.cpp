@@ -77,7 +77,7 @@ std::int16_t to_int16(std::string_view text) {
 
 void assign(Settings& settings, const Key& key, std::string_view value) {
   if (const auto* number = std::get_if<std::int16_t Settings::*>(&key.field)) {
-    settings.**number = to_int16(value);
+    settings.** number = to_int16(value);
   } else {
     const bool as_number = key.form == Form::kNumberText;
     settings.*std::get<std::string Settings::*>(key.field) =

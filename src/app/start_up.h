@@ -26,8 +26,8 @@ struct MessageBox {
 struct StartUp {
   Settings settings;
   TraceLog trace;
-  std::string folder;          // ends with the separator
-  std::string drive;           // the first three characters of `folder`
+  std::string folder;  // ends with the separator
+  std::string drive;   // the first three characters of `folder`
   std::string windows_folder;
   std::string missing_flag = "0";  // "1": reference files are missing
 

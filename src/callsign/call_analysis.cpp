@@ -20,8 +20,8 @@ constexpr std::uint16_t kUsPossessions[] = {6,   9,   20,  43,  103, 105, 110, 1
                                             166, 174, 182, 197, 202, 285, 297, 515};
 
 // Endings of two letters and more that do not move a call although some are prefixes as well.
-constexpr std::string_view kNoPlace[] = {"AE", "AG", "AM", "FF", "IMD", "JOTA", "LGT", "LH",
-                                         "LT", "LV", "MM", "Y2K", "YL", "YOTA"};
+constexpr std::string_view kNoPlace[] = {"AE", "AG", "AM", "FF", "IMD", "JOTA", "LGT",
+                                         "LH", "LT", "LV", "MM", "Y2K", "YL",   "YOTA"};
 
 // The ending says how the station works, not where. Single letters never name a place.
 bool is_no_place(std::string_view ending) {
@@ -36,7 +36,9 @@ bool is_us_possession(std::uint16_t dxcc) {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-std::size_t last_digit(std::string_view call) { return call.find_last_of("0123456789"); }
+std::size_t last_digit(std::string_view call) {
+  return call.find_last_of("0123456789");
+}
 
 }  // namespace
 
@@ -123,8 +125,8 @@ class CallAnalysis::Lookup {
   }
 
   PlaceData of_two(std::string_view left, std::string_view right) const {
-    // In front only a place can stand; behind, also an ending nobody has listed. Of two parts as long
-    // as each other the one that is listed as it stands is the place.
+    // In front only a place can stand; behind, also an ending nobody has listed. Of two parts as
+    // long as each other the one that is listed as it stands is the place.
     const bool tie = left.size() == right.size();
     const bool left_is_place =
         tie ? is_listed(left) || !is_listed(right) : left.size() < right.size();
@@ -144,8 +146,8 @@ class CallAnalysis::Lookup {
     if (is_us_possession(at_home.dxcc)) return united_states(area);
     if (at_home.dxcc == kOgasawara || at_home.dxcc == kMinamiTorishima) return of(kJapan);
     // A letter and a digit that only together are a prefix (C6, A7, J7) have no call areas.
-    const bool letter_and_digit = at == 1 && a_.prefixes_.longest_prefix(home.substr(0, 1)) ==
-                                                 std::nullopt;
+    const bool letter_and_digit =
+        at == 1 && a_.prefixes_.longest_prefix(home.substr(0, 1)) == std::nullopt;
     if (letter_and_digit) return at_home;
     std::string moved(home.substr(0, at));
     moved += area;

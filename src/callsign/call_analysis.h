@@ -35,8 +35,8 @@ struct CallPlace {
 
 class CallAnalysis {
  public:
-  // Loads `dxcc_mas.txt`, `dxcc_hl.dat` and, where there, `dx_mastL.txt` and `dx_mastS.txt` from the
-  // folder. Throws FileError, RecordError.
+  // Loads `dxcc_mas.txt`, `dxcc_hl.dat` and, where there, `dx_mastL.txt` and `dx_mastS.txt` from
+  // the folder. Throws FileError, RecordError.
   void load(const std::filesystem::path& folder);
   bool loaded() const { return !entities_.all().empty(); }
 

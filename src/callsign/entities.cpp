@@ -43,8 +43,7 @@ void EntityList::load(const std::filesystem::path& path) {
       throw RecordError(path, number_of_line, "DXCC エンティティの行として読めません");
     }
     if (index[entity.number] >= 0) {
-      throw RecordError(path, number_of_line,
-                        "DXCC 番号 " + dxcc_text(entity) + " が二度あります");
+      throw RecordError(path, number_of_line, "DXCC 番号 " + dxcc_text(entity) + " が二度あります");
     }
     index[entity.number] = static_cast<std::int16_t>(entities.size());
     entities.push_back(std::move(entity));
@@ -68,7 +67,9 @@ const Entity* EntityList::by_cty_name(std::string_view name) const {
   return nullptr;
 }
 
-std::string dxcc_text(const Entity& entity) { return std::to_string(entity.number); }
+std::string dxcc_text(const Entity& entity) {
+  return std::to_string(entity.number);
+}
 
 unsigned dxcc_number(std::string_view text) {
   text = trim(text);

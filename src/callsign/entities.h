@@ -16,8 +16,8 @@
 namespace tobarine {
 
 struct Entity {
-  std::uint16_t number;  // DXCC number, 1 .. 999
-  std::string prefix;    // as Japanese operators write it: "JA", "W", "KH6", "KL", "UA0"
+  std::uint16_t number;   // DXCC number, 1 .. 999
+  std::string prefix;     // as Japanese operators write it: "JA", "W", "KH6", "KL", "UA0"
   std::string continent;  // "AS", "EU", ...
   std::uint8_t cq_zone;
   std::uint8_t itu_zone;

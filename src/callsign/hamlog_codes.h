@@ -18,10 +18,10 @@
 namespace tobarine {
 
 struct CodeRow {
-  std::string code;    // empty: unknown
-  unsigned dxcc = 0;   // 0 only in a hand-made line without a number
+  std::string code;   // empty: unknown
+  unsigned dxcc = 0;  // 0 only in a hand-made line without a number
   std::string prefix;
-  std::string text;    // entity name or QTH text
+  std::string text;  // entity name or QTH text
 };
 
 // The rows of `h2l_cty.mas`, in file order, and the way from a code to its entity.

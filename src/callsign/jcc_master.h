@@ -1,8 +1,8 @@
 // The master of Japan's cities (JCC), guns (JCG) and wards (ku): `JCC_JCG.mas`.
 //
-// File form: CP932 text, one place a line, sorted by number; lines that begin with "#" are comments.
-// Fields separated by tabs: number (4 digits a city, 5 a gun, 6 a ward), last day it existed
-// (yyyy/mm/dd; "*" when it is gone and the day is not known; empty for an existing place),
+// File form: CP932 text, one place a line, sorted by number; lines that begin with "#" are
+// comments. Fields separated by tabs: number (4 digits a city, 5 a gun, 6 a ward), last day it
+// existed (yyyy/mm/dd; "*" when it is gone and the day is not known; empty for an existing place),
 // prefecture, full place name as Hamlog writes a QTH.
 #pragma once
 

@@ -21,7 +21,9 @@ std::vector<std::string> words_of(std::string_view line) {
   return words;
 }
 
-bool is_date(std::string_view text) { return text.size() == 8 && all_digits(text); }
+bool is_date(std::string_view text) {
+  return text.size() == 8 && all_digits(text);
+}
 
 }  // namespace
 

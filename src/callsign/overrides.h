@@ -1,7 +1,8 @@
 // Hand-kept corrections that win over `dxcc_hl.dat`: `dx_mastL.txt` (full calls) and `dx_mastS.txt`
 // (prefixes). Both files are optional.
 //
-// File form: CP932 text; lines that begin with "#" are comments. Fields separated by blanks or tabs:
+// File form: CP932 text; lines that begin with "#" are comments. Fields separated by blanks or
+// tabs:
 //   call or prefix   DXCC number   [from yyyymmdd   [to yyyymmdd]]   [# remark]
 // An entry with dates counts only for contacts from the first to the last day, both included; "-"
 // leaves an end open. Of several entries for one call the first that fits counts.

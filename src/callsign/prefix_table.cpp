@@ -40,8 +40,8 @@ PlaceMap::Key PlaceMap::pack(std::string_view text) {
 }
 
 std::size_t PlaceMap::slot_of(const Key& key) const {
-  std::uint64_t hash = key[0] * 0x9E3779B97F4A7C15U ^ key[1] * 0xC2B2AE3D27D4EB4FU ^
-                       key[2] * 0x165667B19E3779F9U;
+  std::uint64_t hash =
+      key[0] * 0x9E3779B97F4A7C15U ^ key[1] * 0xC2B2AE3D27D4EB4FU ^ key[2] * 0x165667B19E3779F9U;
   hash ^= hash >> 32;
   const std::size_t mask = slots_.size() - 1;
   std::size_t i = hash & mask;

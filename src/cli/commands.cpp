@@ -29,7 +29,8 @@ namespace fs = std::filesystem;
 class Session {
  public:
   explicit Session(const CliOptions& options)
-      : options_(options), folder_(locate_program_folder(folder_hints(options.home, options.called_as))) {
+      : options_(options),
+        folder_(locate_program_folder(folder_hints(options.home, options.called_as))) {
     std::error_code error;
     const fs::path file = file_in(folder_.path, kSettingsFile);
     settings_ = fs::exists(file, error) ? read_settings(file) : first_start_settings();
@@ -107,8 +108,9 @@ int convert_h2l(Session& session) {
   const ConversionReport report = run(job, tables, calls, context);
   bar.clear();
   session.trace("変換数: " + std::to_string(report.written));
-  print_run(options, {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
-                      path_text(fs::absolute(output))},
+  print_run(options,
+            {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
+             path_text(fs::absolute(output))},
             report);
   return report.stopped_by ? 1 : 0;
 }
@@ -162,9 +164,8 @@ int build_dxcc(Session& session) {
   EntityList entities;
   entities.load(file_in(session.folder(), "dxcc_mas.txt"));
   const DxccFile built = build_dxcc_file(options.input, entities);
-  const fs::path output = options.output.empty()
-                              ? file_in(session.writable_folder(), "dxcc_hl.dat")
-                              : fs::path(options.output);
+  const fs::path output = options.output.empty() ? file_in(session.writable_folder(), "dxcc_hl.dat")
+                                                 : fs::path(options.output);
   replace_text_file(output, built.text);
   print_dxcc_file(options, built, path_text(output));
   return 0;
@@ -183,9 +184,8 @@ int build_jcc_master(Session& session) {
   const CliOptions& options = session.options();
   const JccBuild built =
       build_jcc(options.input.empty() ? session.folder() : fs::path(options.input));
-  const fs::path output = options.output.empty()
-                              ? file_in(session.writable_folder(), "JCC_JCG.mas")
-                              : fs::path(options.output);
+  const fs::path output = options.output.empty() ? file_in(session.writable_folder(), "JCC_JCG.mas")
+                                                 : fs::path(options.output);
   JccMaster before;
   std::error_code error;
   if (fs::exists(output, error)) before.load(output);

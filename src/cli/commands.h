@@ -1,5 +1,5 @@
-// The commands of tobarine-cli. Each writes its result to standard output and throws the failures of
-// text/error.h.
+// The commands of tobarine-cli. Each writes its result to standard output and throws the failures
+// of text/error.h.
 #pragma once
 
 #include "cli/options.h"

@@ -63,12 +63,14 @@ class Parser {
     CLI::App* lookup = app_.add_subcommand("lookup", "表を引く (項目が無ければ標準入力から)");
     lookup->require_subcommand(1);
     lookup->fallthrough();
-    CLI::App* calls = add(lookup, "calls", "コールサインの DXCC エンティティ: コール、"
-                          "プリフィックス、DXCC 番号、QTH", Command::kLookupCalls);
+    CLI::App* calls = add(lookup, "calls",
+                          "コールサインの DXCC エンティティ: コール、"
+                          "プリフィックス、DXCC 番号、QTH",
+                          Command::kLookupCalls);
     calls->add_option("ITEM", o_.items, "コールサイン");
     calls->add_option("--date", o_.date, "交信日 yyyymmdd (期間付きの修正表のため)");
-    CLI::App* codes = add(lookup, "codes", "Hamlog の Code の DXCC 番号 (不明なら 0)",
-                          Command::kLookupCodes);
+    CLI::App* codes =
+        add(lookup, "codes", "Hamlog の Code の DXCC 番号 (不明なら 0)", Command::kLookupCodes);
     codes->add_option("ITEM", o_.items, "Code");
     CLI::App* jcc = add(lookup, "jcc", "JCC、JCG、区の番号: 番号、Code、地名 (不明なら空)",
                         Command::kLookupJcc);
@@ -82,13 +84,16 @@ class Parser {
     CLI::App* dxcc = add(build, "dxcc", "cty.dat から dxcc_hl.dat を作る", Command::kBuildDxcc);
     dxcc->add_option("CTY.DAT", o_.input, "cty.dat")->required();
     dxcc->add_option("-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
-    CLI::App* jcc = add(build, "jcc", "JARL の三つのリストから JCC_JCG.mas を作る",
-                        Command::kBuildJcc);
-    jcc->add_option("--from", o_.input, "jcc-list.txt、jcg-list.txt、ku-list.txt のあるフォルダー "
-                                        "(無ければプログラムフォルダー)");
+    CLI::App* jcc =
+        add(build, "jcc", "JARL の三つのリストから JCC_JCG.mas を作る", Command::kBuildJcc);
+    jcc->add_option("--from", o_.input,
+                    "jcc-list.txt、jcg-list.txt、ku-list.txt のあるフォルダー "
+                    "(無ければプログラムフォルダー)");
     jcc->add_option("-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
-    CLI::App* codes = add(build, "codes", "Hamlog の CSV から Code を覚えて h2l_cty.mas と "
-                          "l2h_cty.mas に書く", Command::kBuildCodes);
+    CLI::App* codes = add(build, "codes",
+                          "Hamlog の CSV から Code を覚えて h2l_cty.mas と "
+                          "l2h_cty.mas に書く",
+                          Command::kBuildCodes);
     codes->add_option("HAMLOG.csv", o_.input, "Hamlog の CSV")->required();
   }
 
@@ -98,6 +103,8 @@ class Parser {
 
 }  // namespace
 
-ParsedOptions parse_options(int argc, char** argv) { return Parser().parse(argc, argv); }
+ParsedOptions parse_options(int argc, char** argv) {
+  return Parser().parse(argc, argv);
+}
 
 }  // namespace tobarine

@@ -66,8 +66,11 @@ void print_run(const CliOptions& options, const RunNames& names, const Conversio
   if (report.stopped_by) std::cerr << *report.stopped_by << '\n';
   if (options.quiet) return;
   if (options.json) {
-    Json json = {{"kind", names.kind},       {"input", names.input},     {"output", names.output},
-                 {"read", report.read},      {"written", report.written}};
+    Json json = {{"kind", names.kind},
+                 {"input", names.input},
+                 {"output", names.output},
+                 {"read", report.read},
+                 {"written", report.written}};
     json["error"] = report.stopped_by ? Json(*report.stopped_by) : Json(nullptr);
     json["findings"] = findings_json(report.findings);
     print_json(json, 2);
@@ -209,8 +212,8 @@ void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& ve
                              {"contacts", v.contacts},
                              {"agreeing", v.agreeing}});
     if (options.json) continue;
-    std::cout << v.code << '\t' << prefix << '\t' << name << '\t' << v.agreeing << '/'
-              << v.contacts << '\t' << text.text << '\n';
+    std::cout << v.code << '\t' << prefix << '\t' << name << '\t' << v.agreeing << '/' << v.contacts
+              << '\t' << text.text << '\n';
   }
   if (options.json) {
     print_json(json, 2);

@@ -9,8 +9,8 @@
 
 namespace tobarine {
 
-// The executable, TOBARINE_HOME and the user's data folder; `home` is the --home option, `called_as`
-// the program's name as it was called.
+// The executable, TOBARINE_HOME and the user's data folder; `home` is the --home option,
+// `called_as` the program's name as it was called.
 FolderHints folder_hints(const std::string& home, const char* called_as);
 
 bool stderr_is_terminal();

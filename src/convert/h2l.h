@@ -31,7 +31,8 @@ struct H2lJob {
 };
 
 // ADIF for Logger32 / for eQSL.cc. The output is created only when the input can be opened and is
-// in the new layout. Throws FileError (also for the old layout), RecordError (first line), UsageError.
+// in the new layout. Throws FileError (also for the old layout), RecordError (first line),
+// UsageError.
 ConversionReport run_h2l(const H2lJob& job, const ConversionTables& tables, const CallTables& calls,
                          const RunContext& context);
 ConversionReport run_eqsl(const H2lJob& job, const ConversionTables& tables,

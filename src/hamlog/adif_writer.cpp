@@ -4,10 +4,10 @@
 #include <string>
 #include <type_traits>
 
+#include "rules/version.h"
 #include "text/cp932.h"
 #include "text/strings.h"
 #include "text/utf8.h"
-#include "rules/version.h"
 
 namespace tobarine {
 namespace {
@@ -17,10 +17,10 @@ constexpr std::size_t kTagsOfRecord = 512;
 
 // No field takes more bytes in the file than it has here.
 std::size_t most_bytes(const QsoRecord& r) {
-  return kTagsOfRecord + r.call.size() + r.qso_date.size() + r.time_on.size() +
-         r.adif_mode.size() + r.band.size() + r.freq.size() + r.his_rst.size() + r.my_rst.size() +
-         r.jcc.size() + r.jcg.size() + r.qth.size() + r.qsl_via.size() + r.iota.size() +
-         r.comment.size() + r.name.size() + r.grid.size();
+  return kTagsOfRecord + r.call.size() + r.qso_date.size() + r.time_on.size() + r.adif_mode.size() +
+         r.band.size() + r.freq.size() + r.his_rst.size() + r.my_rst.size() + r.jcc.size() +
+         r.jcg.size() + r.qth.size() + r.qsl_via.size() + r.iota.size() + r.comment.size() +
+         r.name.size() + r.grid.size();
 }
 
 std::string without_colons(std::string_view time) {
@@ -61,7 +61,9 @@ void AdifWriter::put_value(std::string_view value) {
   out_ += n;
 }
 
-void AdifWriter::put_encoded(std::string_view value) { lacking_ += encode_cp932(value, out_); }
+void AdifWriter::put_encoded(std::string_view value) {
+  lacking_ += encode_cp932(value, out_);
+}
 
 void AdifWriter::tag_value(std::string_view value) {
   if (!is_ascii(value)) {

@@ -86,10 +86,8 @@ bool H2lRules::apply(AdifContact& contact, std::size_t line, FindingLog& finding
     return use && (keep_full_width || !has_full_width(rmks)) ? std::string_view(rmks)
                                                              : std::string_view();
   };
-  const std::string_view kept1 =
-      kept(r.rmks1, options_.use_rmks1, options_.keep_full_width_rmks1);
-  const std::string_view kept2 =
-      kept(r.rmks2, options_.use_rmks2, options_.keep_full_width_rmks2);
+  const std::string_view kept1 = kept(r.rmks1, options_.use_rmks1, options_.keep_full_width_rmks1);
+  const std::string_view kept2 = kept(r.rmks2, options_.use_rmks2, options_.keep_full_width_rmks2);
   r.iota = find_iota(kept1, kept2);
   derive_comment(r, kept1, kept2);
   derive_place(r, kept1, kept2);
@@ -186,8 +184,7 @@ const H2lRules::AdifMode& H2lRules::adif_mode(const std::string& mode) {
   return modes_.emplace(mode, std::move(result)).first->second;
 }
 
-void H2lRules::derive_band_and_mode(AdifContact& contact, std::size_t line,
-                                    FindingLog& findings) {
+void H2lRules::derive_band_and_mode(AdifContact& contact, std::size_t line, FindingLog& findings) {
   QsoRecord& r = contact.record;
   if (r.freq.ends_with('.')) r.freq.pop_back();
   const std::string_view freq = r.freq;

@@ -81,8 +81,8 @@ class H2lRules {
   H2lOptions options_;
   H2lTables tables_;
   AdifTarget target_;
-  std::string state_keyword_;  // trimmed, upper case
-  std::string upper_remarks_;  // scratch
+  std::string state_keyword_;                        // trimmed, upper case
+  std::string upper_remarks_;                        // scratch
   std::unordered_map<std::string, AdifMode> modes_;  // the modes met so far, as read
 };
 

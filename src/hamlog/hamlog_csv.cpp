@@ -22,14 +22,14 @@ void derive_date(std::string_view date, std::string& result) {
 
 void fill_record(const std::vector<std::string_view>& columns, QsoRecord& record) {
   constexpr std::array<std::string QsoRecord::*, 14> kFields = {
-      &QsoRecord::call, &QsoRecord::date, &QsoRecord::time,  &QsoRecord::his_rst,
-      &QsoRecord::my_rst, &QsoRecord::freq, &QsoRecord::mode,  &QsoRecord::code,
-      &QsoRecord::grid, &QsoRecord::qsl,  &QsoRecord::name,  &QsoRecord::qth,
-      &QsoRecord::rmks1, &QsoRecord::rmks2};
+      &QsoRecord::call,   &QsoRecord::date, &QsoRecord::time, &QsoRecord::his_rst,
+      &QsoRecord::my_rst, &QsoRecord::freq, &QsoRecord::mode, &QsoRecord::code,
+      &QsoRecord::grid,   &QsoRecord::qsl,  &QsoRecord::name, &QsoRecord::qth,
+      &QsoRecord::rmks1,  &QsoRecord::rmks2};
   for (std::string QsoRecord::*derived :
-       {&QsoRecord::band, &QsoRecord::adif_mode, &QsoRecord::dxcc, &QsoRecord::jcc,
-        &QsoRecord::jcg, &QsoRecord::state, &QsoRecord::iota, &QsoRecord::qsl_via,
-        &QsoRecord::qsl_sent, &QsoRecord::qsl_rcvd, &QsoRecord::comment, &QsoRecord::band_remark,
+       {&QsoRecord::band, &QsoRecord::adif_mode, &QsoRecord::dxcc, &QsoRecord::jcc, &QsoRecord::jcg,
+        &QsoRecord::state, &QsoRecord::iota, &QsoRecord::qsl_via, &QsoRecord::qsl_sent,
+        &QsoRecord::qsl_rcvd, &QsoRecord::comment, &QsoRecord::band_remark,
         &QsoRecord::band_remark_pos}) {
     (record.*derived).clear();
   }
@@ -78,9 +78,8 @@ HamlogLayout hamlog_layout(const std::filesystem::path& path) {
   replace_all(text, "\"", "");
   const std::size_t comma = text.find(',');
   if (comma == std::string::npos) {
-    throw RecordError(path, 1,
-                      "コンマがありません。Hamlog の CSV ではないようです: 「" + beginning(text) +
-                          "」");
+    throw RecordError(
+        path, 1, "コンマがありません。Hamlog の CSV ではないようです: 「" + beginning(text) + "」");
   }
   const std::string_view rest = std::string_view(text).substr(comma + 1);
   return contains(rest.substr(0, rest.find(',')), "/") ? HamlogLayout::kNew : HamlogLayout::kOld;

@@ -1,8 +1,8 @@
 // Hamlog's CSV (version 5.00 and later), read: one contact a line, no header line, CP932.
 //
 // Columns, from 0: call, date yy/mm/dd, time hh:mm and zone letter, report sent, report received,
-// frequency, mode, code, grid, QSL, name, QTH, remarks 1, remarks 2, one more that must be there and
-// is not used. Columns behind are ignored.
+// frequency, mode, code, grid, QSL, name, QTH, remarks 1, remarks 2, one more that must be there
+// and is not used. Columns behind are ignored.
 #pragma once
 
 #include <array>
@@ -36,14 +36,14 @@ class HamlogReader {
   virtual ~HamlogReader() = default;
 
   // Fills the source fields of the record and clears all others, and sets the forms that follow
-  // directly from a column: `qso_date` (yyyymmdd: a two-digit year up to 30 is 20xx), `time_on` (the
-  // first two and last three characters of the time: hhmm and zone letter), `freq` trimmed and `qsl`
-  // filled up to three characters. False at the end. Throws FileError; RecordError for a line with
-  // too few columns, which ends the reading.
+  // directly from a column: `qso_date` (yyyymmdd: a two-digit year up to 30 is 20xx), `time_on`
+  // (the first two and last three characters of the time: hhmm and zone letter), `freq` trimmed and
+  // `qsl` filled up to three characters. False at the end. Throws FileError; RecordError for a line
+  // with too few columns, which ends the reading.
   virtual bool next(QsoRecord& record, FindingLog& findings) = 0;
 
-  virtual std::size_t line() const = 0;            // of the last contact, from 1
-  virtual const InputFile& file() const = 0;       // for progress
+  virtual std::size_t line() const = 0;       // of the last contact, from 1
+  virtual const InputFile& file() const = 0;  // for progress
 };
 
 // Every double quote is taken out of a line, then it is split at every comma: a comma inside quotes
@@ -64,8 +64,8 @@ class HamlogLineReader : public HamlogReader {
   Split split(std::string_view line);
 
   LineReader lines_;
-  std::string text_;                // the columns, one behind the other
-  std::vector<const char*> ends_;   // where each column ends in text_
+  std::string text_;               // the columns, one behind the other
+  std::vector<const char*> ends_;  // where each column ends in text_
   std::vector<std::string_view> columns_;
 };
 

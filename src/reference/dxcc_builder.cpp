@@ -16,7 +16,9 @@ namespace {
 constexpr std::size_t kHeaderFields = 8;
 constexpr std::size_t kLongestKeyInFile = 20;
 
-bool is_call_char(char c) { return (c >= 'A' && c <= 'Z') || is_digit(c) || c == '/'; }
+bool is_call_char(char c) {
+  return (c >= 'A' && c <= 'Z') || is_digit(c) || c == '/';
+}
 
 bool is_continent(std::string_view text) {
   for (const std::string_view known : {"AF", "AN", "AS", "EU", "NA", "OC", "SA"}) {

@@ -56,7 +56,8 @@ std::vector<unsigned> numbers_of(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const std::size_t n = digits_at(text.substr(i));
     if (n == 0) continue;
-    numbers.push_back(static_cast<unsigned>(leading_number(text.substr(i, std::min<std::size_t>(n, 6)))));
+    numbers.push_back(
+        static_cast<unsigned>(leading_number(text.substr(i, std::min<std::size_t>(n, 6)))));
     i += n;
   }
   return numbers;
@@ -162,7 +163,8 @@ class ListReader {
     });
     const std::size_t bracket = name.find('(');
     if (bracket == 0 || name.empty()) {
-      problem(bracket == 0 ? "番号だけの行" : "名前の無い行", std::string(number) + std::string(rest));
+      problem(bracket == 0 ? "番号だけの行" : "名前の無い行",
+              std::string(number) + std::string(rest));
       return;
     }
     name = name.substr(0, bracket);
@@ -173,7 +175,8 @@ class ListReader {
     }
     JccPlace place{std::string(number), abolished ? abolished_date(date) : "", prefecture->second,
                    prefecture->second + full_name(number, name)};
-    if (place.abolished == "*") problem("消滅日の読めない行", std::string(number) + std::string(rest));
+    if (place.abolished == "*")
+      problem("消滅日の読めない行", std::string(number) + std::string(rest));
     ++(abolished ? count_.abolished : count_.current);
     build_.places.push_back(std::move(place));
   }

@@ -64,8 +64,8 @@ std::size_t load_rows(const std::filesystem::path& path, std::size_t limit, Take
     for (std::size_t i = 1; i < Fields; ++i) {
       if (stream.at_end()) {
         throw RecordError(path, rows + 1,
-                          "変換テーブルの欄が足りません (" + std::to_string(i) + " 個、必要なのは " +
-                              std::to_string(Fields) + " 個)");
+                          "変換テーブルの欄が足りません (" + std::to_string(i) +
+                              " 個、必要なのは " + std::to_string(Fields) + " 個)");
       }
       fields[i] = stream.next();
     }

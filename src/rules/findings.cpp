@@ -12,8 +12,7 @@ struct KindText {
 constexpr KindText kKinds[] = {
     {FindingKind::kLeftOutByCode, "left-out-by-code",
      "Ｃｏｄｅ が ５００Ａ 以下なので出力しなかった交信"},
-    {FindingKind::kLeftOutByJst, "left-out-by-jst",
-     "時刻表示が ＪＳＴ なので出力しなかった交信"},
+    {FindingKind::kLeftOutByJst, "left-out-by-jst", "時刻表示が ＪＳＴ なので出力しなかった交信"},
     {FindingKind::kUnknownMode, "unknown-mode", "ADIF にも変換テーブルにも無いモード"},
     {FindingKind::kNoBand, "no-band", "バンドが分からない周波数"},
     {FindingKind::kGigahertzText, "gigahertz-text", "GHz の表記が短波のバンドになった周波数"},
@@ -36,12 +35,18 @@ constexpr KindText kKinds[] = {
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 
-const KindText& text_of(FindingKind kind) { return kKinds[static_cast<std::size_t>(kind)]; }
+const KindText& text_of(FindingKind kind) {
+  return kKinds[static_cast<std::size_t>(kind)];
+}
 
 }  // namespace
 
-std::string_view finding_name(FindingKind kind) { return text_of(kind).name; }
-std::string_view finding_heading(FindingKind kind) { return text_of(kind).heading; }
+std::string_view finding_name(FindingKind kind) {
+  return text_of(kind).name;
+}
+std::string_view finding_heading(FindingKind kind) {
+  return text_of(kind).heading;
+}
 
 void FindingLog::add(FindingKind kind, std::size_t line, std::string_view call,
                      std::string_view text) {

@@ -18,7 +18,8 @@ using Moment = std::chrono::sys_time<minutes>;
 
 constexpr hours kJstAhead{9};
 
-// The digits left when every `separator` is taken out, at most N; `more` tells of characters behind.
+// The digits left when every `separator` is taken out, at most N; `more` tells of characters
+// behind.
 template <std::size_t N>
 bool take_digits(std::string_view text, char separator, bool more_allowed,
                  std::array<unsigned, N>& digits) {
@@ -80,7 +81,9 @@ constexpr ModeText kModes[] = {
     {TimeMode::kJapaneseToJst, "J_2_U", {"UTC + 9 --> JST", "JA 局のみ JST に変換"}},
 };
 
-const ModeText& text_of(TimeMode mode) { return kModes[static_cast<std::size_t>(mode)]; }
+const ModeText& text_of(TimeMode mode) {
+  return kModes[static_cast<std::size_t>(mode)];
+}
 
 }  // namespace
 
@@ -113,7 +116,11 @@ TimeMode set_time_mode(int option_index, bool from_adif) {
   }
 }
 
-std::string_view time_mode_keyword(TimeMode mode) { return text_of(mode).keyword; }
-TimeModeExplanation explain_time_mode(TimeMode mode) { return text_of(mode).explanation; }
+std::string_view time_mode_keyword(TimeMode mode) {
+  return text_of(mode).keyword;
+}
+TimeModeExplanation explain_time_mode(TimeMode mode) {
+  return text_of(mode).explanation;
+}
 
 }  // namespace tobarine

@@ -139,7 +139,9 @@ char32_t cp932_pair_to_unicode(std::uint8_t lead, std::uint8_t trail) {
   return row < 0 ? 0 : kPairs[row * kTrails + index];
 }
 
-int cp932_from_unicode(char32_t code_point) { return code_in(encode_table(), code_point); }
+int cp932_from_unicode(char32_t code_point) {
+  return code_in(encode_table(), code_point);
+}
 
 bool cp932_detail::decode_rare_char(const char*& bytes, const char* end, char*& out) {
   const auto byte = static_cast<std::uint8_t>(*bytes);

@@ -2,8 +2,8 @@
 // 13, NEC-selected and IBM extensions, user-defined characters (F040-F9FC <-> U+E000-E757), and the
 // single bytes 80, A0, FD, FE, FF. Table-driven, the same on every platform and in every locale.
 //
-// A byte that is no valid CP932 is kept inside the program as a code point of its own (U+10FF00 plus
-// the byte) and written back as that same byte, so that a damaged text survives a conversion.
+// A byte that is no valid CP932 is kept inside the program as a code point of its own (U+10FF00
+// plus the byte) and written back as that same byte, so that a damaged text survives a conversion.
 #pragma once
 
 #include <cstddef>
@@ -53,8 +53,8 @@ inline bool decode_cp932_char(const char*& bytes, const char* end, char*& out) {
   return cp932_detail::decode_rare_char(bytes, end, out);
 }
 
-// Appends `utf8` to `bytes` as CP932. A character that CP932 lacks becomes "?"; returns their number.
-// Malformed UTF-8 counts as one such character per byte.
+// Appends `utf8` to `bytes` as CP932. A character that CP932 lacks becomes "?"; returns their
+// number. Malformed UTF-8 counts as one such character per byte.
 std::size_t encode_cp932(std::string_view utf8, std::string& bytes);
 
 // The same to `out`, which is advanced and must have room for utf8.size() bytes.

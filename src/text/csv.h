@@ -2,8 +2,8 @@
 //
 // A field that begins with a double quote runs to its closing quote: commas and line ends inside
 // belong to it, two double quotes inside are one, and text behind the closing quote is kept up to
-// the comma. A double quote elsewhere is a character like any other. A record ends with CR LF or LF;
-// a last record without a line end counts.
+// the comma. A double quote elsewhere is a character like any other. A record ends with CR LF or
+// LF; a last record without a line end counts.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ class CsvReader {
   bool next(std::vector<std::string_view>& fields);
 
   std::size_t line() const { return first_line_; }  // line on which the last record begins, from 1
-  std::size_t last_line() const { return bytes_.line(); }     // line on which it ends
+  std::size_t last_line() const { return bytes_.line(); }       // line on which it ends
   std::size_t invalid_bytes() const { return invalid_bytes_; }  // in the last record
   bool unclosed_quote() const { return unclosed_quote_; }  // the last record ran to the file's end
   const InputFile& file() const { return bytes_.file(); }

@@ -34,9 +34,9 @@ class InputFile {
   std::uint64_t size_ = 0;
 };
 
-// The bytes of a file through one buffer, as text readers see them: one 1A byte at the very end (the
-// end mark of older systems) does not count. A unit (line or record) longer than kLongestLine is
-// refused: no log has one, and memory stays bounded.
+// The bytes of a file through one buffer, as text readers see them: one 1A byte at the very end
+// (the end mark of older systems) does not count. A unit (line or record) longer than kLongestLine
+// is refused: no log has one, and memory stays bounded.
 class ByteReader {
  public:
   static constexpr std::size_t kLongestLine = std::size_t{1} << 20;

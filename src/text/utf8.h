@@ -50,7 +50,9 @@ inline std::size_t ascii_prefix(std::string_view text) {
   return i;
 }
 
-inline bool is_ascii(std::string_view text) { return ascii_prefix(text) == text.size(); }
+inline bool is_ascii(std::string_view text) {
+  return ascii_prefix(text) == text.size();
+}
 
 bool is_valid_utf8(std::string_view text);
 

@@ -11,10 +11,11 @@ namespace {
 
 TEST(ProfileFile, ReadsAsTheProfileCallsDo) {
   const TestFolder folder;
-  const ProfileFile profile(folder.text(
-      "a.ini", "; comment\r\n[Config]\r\n Key = value with blank \r\nquoted=\" x \"\r\n"
-               ";Key2=no\r\nKEY=second\r\nlong=" + std::string(100, 'x') +
-               "\r\n[other]\r\nKey=elsewhere\r\nempty=\r\n"));
+  const ProfileFile profile(
+      folder.text("a.ini",
+                  "; comment\r\n[Config]\r\n Key = value with blank \r\nquoted=\" x \"\r\n"
+                  ";Key2=no\r\nKEY=second\r\nlong=" +
+                      std::string(100, 'x') + "\r\n[other]\r\nKey=elsewhere\r\nempty=\r\n"));
   EXPECT_EQ(profile.get("CONFIG", "key", 79), "value with blank");
   EXPECT_EQ(profile.get("Config", "quoted", 79), " x ");
   EXPECT_EQ(profile.get("Config", "Key2", 79), "");
@@ -26,14 +27,16 @@ TEST(ProfileFile, ReadsAsTheProfileCallsDo) {
 
 TEST(ProfileFile, AHandEditedFileKeepsWhatItHas) {
   const TestFolder folder;
-  const auto file = folder.text("a.ini", "; 手書き\r\n[config]\r\nmine=1\r\nA = old\r\n\r\n[x]\r\ny=2\r\n");
+  const auto file =
+      folder.text("a.ini", "; 手書き\r\n[config]\r\nmine=1\r\nA = old\r\n\r\n[x]\r\ny=2\r\n");
   ProfileFile profile(file);
   profile.set("Config", "a", "new");
   profile.set("Config", "B", "added");
   profile.set("Z", "c", "");
   profile.save(file);
-  EXPECT_EQ(from_cp932(TestFolder::bytes_of(file)),
-            "; 手書き\r\n[config]\r\nmine=1\r\nA =new\r\nB=added\r\n\r\n[x]\r\ny=2\r\n[Z]\r\nc=\r\n");
+  EXPECT_EQ(
+      from_cp932(TestFolder::bytes_of(file)),
+      "; 手書き\r\n[config]\r\nmine=1\r\nA =new\r\nB=added\r\n\r\n[x]\r\ny=2\r\n[Z]\r\nc=\r\n");
 }
 
 TEST(Settings, FirstStartFileIsTheWholeTable) {
@@ -42,7 +45,8 @@ TEST(Settings, FirstStartFileIsTheWholeTable) {
   const std::string text = TestFolder::bytes_of(folder / "Tobarine.ini");
   EXPECT_TRUE(text.starts_with("[Config]\r\nversion=5.29\r\nChk_1=1\r\nChk_2=1\r\nChk_3=0\r\n"));
   EXPECT_TRUE(contains(text, "Op_1=2\r\nOp_2=2\r\nwas_moji=WAS=\r\nChk_12=0\r\n"));
-  EXPECT_TRUE(contains(text, "Chk_15=1\r\nChk_16=\r\nset_YYYY=\r\nOp_3=0\r\n[JCC_JCG]\r\nJCC_date=\r\n"));
+  EXPECT_TRUE(
+      contains(text, "Chk_15=1\r\nChk_16=\r\nset_YYYY=\r\nOp_3=0\r\n[JCC_JCG]\r\nJCC_date=\r\n"));
   EXPECT_TRUE(text.ends_with("freq_only_MHz_2=\r\ncsv_qth=\r\n"));
   const Settings read = read_settings(folder / "Tobarine.ini");
   EXPECT_EQ(read.was_moji, "WAS=");
@@ -52,8 +56,10 @@ TEST(Settings, FirstStartFileIsTheWholeTable) {
 TEST(Settings, ValuesAreReadTolerantly) {
   const TestFolder folder;
   const Settings s = read_settings(folder.text(
-      "a.ini", "[Config]\r\nChk_1=abc\r\nChk_2=2.5\r\nChk_3=99999\r\nOp_1= 3x\r\nset_YYYY=12abc\r\n"
-               "was_moji=" + std::string(90, 'w') + "\r\n[set_STX]\r\nset_STX=007.50\r\n"));
+      "a.ini",
+      "[Config]\r\nChk_1=abc\r\nChk_2=2.5\r\nChk_3=99999\r\nOp_1= 3x\r\nset_YYYY=12abc\r\n"
+      "was_moji=" +
+          std::string(90, 'w') + "\r\n[set_STX]\r\nset_STX=007.50\r\n"));
   EXPECT_EQ(s.Chk_1, 0);
   EXPECT_EQ(s.Chk_2, 2);
   EXPECT_EQ(s.Chk_3, 32767);

@@ -24,41 +24,82 @@ struct Row {
 };
 
 void expect_prefixes(std::initializer_list<Row> rows) {
-  for (const Row& row : rows) EXPECT_EQ(delivered().find(row.call).prefix(), row.prefix) << row.call;
+  for (const Row& row : rows)
+    EXPECT_EQ(delivered().find(row.call).prefix(), row.prefix) << row.call;
 }
 
 TEST(CallAnalysis, PlainCalls) {
-  expect_prefixes({{"JA1ABC", "JA"},   {" ja1abc ", "JA"}, {"8N2ABC", "JA"},  {"W1AW", "W"},
-                   {"KH6XX", "KH6"},   {"KL7AA", "KL"},    {"AL7X", "KL"},    {"JD1ABC", "JD1/O"},
-                   {"JD1BMM", "JD1/M"}, {"UA9AA", "UA0"},  {"UA9FAA", "UA"},  {"IT9ABC", "I"},
-                   {"TA1AA", "TA"},    {"4U1VIC", "OE"},   {"GM3ABC", "GM"},  {"3D2CR", "3D2/C"}});
+  expect_prefixes({{"JA1ABC", "JA"},
+                   {" ja1abc ", "JA"},
+                   {"8N2ABC", "JA"},
+                   {"W1AW", "W"},
+                   {"KH6XX", "KH6"},
+                   {"KL7AA", "KL"},
+                   {"AL7X", "KL"},
+                   {"JD1ABC", "JD1/O"},
+                   {"JD1BMM", "JD1/M"},
+                   {"UA9AA", "UA0"},
+                   {"UA9FAA", "UA"},
+                   {"IT9ABC", "I"},
+                   {"TA1AA", "TA"},
+                   {"4U1VIC", "OE"},
+                   {"GM3ABC", "GM"},
+                   {"3D2CR", "3D2/C"}});
 }
 
 TEST(CallAnalysis, OnlyTwoLetterCallsAreGuantanamo) {
-  expect_prefixes({{"KG4AA", "KG4"}, {"KG4ABC", "W"}, {"KG4A", "W"}, {"KG4", "KG4"},
-                   {"KG4/W1AW", "KG4"}});
+  expect_prefixes(
+      {{"KG4AA", "KG4"}, {"KG4ABC", "W"}, {"KG4A", "W"}, {"KG4", "KG4"}, {"KG4/W1AW", "KG4"}});
 }
 
 TEST(CallAnalysis, EndingsThatDoNotMoveACall) {
-  expect_prefixes({{"JA1ABC/P", "JA"},   {"JA1ABC/MM", "JA"},  {"DL1ABC/LH", "DL"},
-                   {"W1AW/QRPP", "W"},   {"JD1BMM/P", "JD1/M"}, {"G3ABC/A", "G"},
-                   {"PA3ABC/J", "PA"},   {"SP1ABC/70", "SP"},  {"W1AW/AG", "W"},
-                   {"EA8/DK1RI/P", "EA8"}, {"UA9QCP/3/P", "UA"}, {"F/G4ABC/QRP/P", "F"}});
+  expect_prefixes({{"JA1ABC/P", "JA"},
+                   {"JA1ABC/MM", "JA"},
+                   {"DL1ABC/LH", "DL"},
+                   {"W1AW/QRPP", "W"},
+                   {"JD1BMM/P", "JD1/M"},
+                   {"G3ABC/A", "G"},
+                   {"PA3ABC/J", "PA"},
+                   {"SP1ABC/70", "SP"},
+                   {"W1AW/AG", "W"},
+                   {"EA8/DK1RI/P", "EA8"},
+                   {"UA9QCP/3/P", "UA"},
+                   {"F/G4ABC/QRP/P", "F"}});
 }
 
 TEST(CallAnalysis, ADigitReplacesTheCallArea) {
-  expect_prefixes({{"JA1ABC/6", "JA"}, {"KL7AA/4", "W"},   {"KH6XX/4", "W"},   {"KH6XX/6", "KH6"},
-                   {"KP4AA/2", "W"},   {"JD1YBK/3", "JA"}, {"UA9AA/3", "UA"},  {"UA3AA/9", "UA0"},
-                   {"EA1ABC/8", "EA8"}, {"EA8ABC/1", "EA"}, {"OH0AB/2", "OH"}, {"C6AXX/4", "C6"},
-                   {"W6RJ/4", "W"},    {"VK9XX/6", "VK"}});
+  expect_prefixes({{"JA1ABC/6", "JA"},
+                   {"KL7AA/4", "W"},
+                   {"KH6XX/4", "W"},
+                   {"KH6XX/6", "KH6"},
+                   {"KP4AA/2", "W"},
+                   {"JD1YBK/3", "JA"},
+                   {"UA9AA/3", "UA"},
+                   {"UA3AA/9", "UA0"},
+                   {"EA1ABC/8", "EA8"},
+                   {"EA8ABC/1", "EA"},
+                   {"OH0AB/2", "OH"},
+                   {"C6AXX/4", "C6"},
+                   {"W6RJ/4", "W"},
+                   {"VK9XX/6", "VK"}});
 }
 
 TEST(CallAnalysis, TheShorterKnownSideIsThePlace) {
-  expect_prefixes({{"KH6/W1AW", "KH6"}, {"W1AW/KH6", "KH6"}, {"P5/4Q4QQ", "P5"},
-                   {"AA7V/VP2V", "VP2V"}, {"3D2R/W1AW", "3D2/R"}, {"JD1/JA6GXK", "JD1/M"},
-                   {"HB0/DK3RED", "HB0"}, {"W1AW/VE3", "VE"}, {"DL1ABC/IMD", "DL"},
-                   {"MM/W1AW", "GM"},    {"IK/DL7JOM", "I"},   {"N1RO/C6A", "C6"},
-                   {"N8PPQ/LT", "W"},    {"QRP/JA1ABC", "JA"}, {"W1AW/Y2K", "W"}});
+  expect_prefixes({{"KH6/W1AW", "KH6"},
+                   {"W1AW/KH6", "KH6"},
+                   {"P5/4Q4QQ", "P5"},
+                   {"AA7V/VP2V", "VP2V"},
+                   {"3D2R/W1AW", "3D2/R"},
+                   {"JD1/JA6GXK", "JD1/M"},
+                   {"HB0/DK3RED", "HB0"},
+                   {"W1AW/VE3", "VE"},
+                   {"DL1ABC/IMD", "DL"},
+                   {"MM/W1AW", "GM"},
+                   {"IK/DL7JOM", "I"},
+                   {"N1RO/C6A", "C6"},
+                   {"N8PPQ/LT", "W"},
+                   {"QRP/JA1ABC", "JA"},
+                   {"W1AW/Y2K", "W"}});
 }
 
 TEST(CallAnalysis, WhatIsNoCallHasNoEntity) {

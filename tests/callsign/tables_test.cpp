@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-
 #include <set>
 
 #include "callsign/hamlog_codes.h"
@@ -51,8 +50,8 @@ TEST(HamlogCodes, FindsACodeWhateverItsCaseAndBlanks) {
 
 TEST(HamlogCodes, FilesKeepTheirColumns) {
   const std::vector<CodeRow> rows = {{"501A", 6, "KL", "Alaska"}, {"", 0, "", "手書きの行です"}};
-  EXPECT_EQ(l2h_file_text(rows), "006 KL            501A  Alaska\n" +
-                                     std::string(24, ' ') + "手書きの行です\n");
+  EXPECT_EQ(l2h_file_text(rows),
+            "006 KL            501A  Alaska\n" + std::string(24, ' ') + "手書きの行です\n");
   const TestFolder folder;
   HamlogToDxcc h2l;
   h2l.load(folder.text("h2l", h2l_file_text(rows)));

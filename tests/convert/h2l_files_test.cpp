@@ -1,9 +1,8 @@
 // Whole files: a log, options and the expected output, compared byte for byte. To accept a change,
 // run with TOBARINE_ACCEPT=1 and read what git shows.
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <fstream>
+#include <gtest/gtest.h>
 
 #include "convert/h2l.h"
 #include "test_folder.h"

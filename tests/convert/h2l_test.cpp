@@ -36,9 +36,8 @@ struct Contact {
 
   std::string line() const {
     std::string text;
-    for (const std::string& column :
-         {call, date, time, std::string("59"), std::string("57"), freq, mode, code, grid, qsl, name,
-          qth, rmks1, rmks2}) {
+    for (const std::string& column : {call, date, time, std::string("59"), std::string("57"), freq,
+                                      mode, code, grid, qsl, name, qth, rmks1, rmks2}) {
       text += '"' + column + "\",";
     }
     return text + "\"0\"\r\n";

@@ -62,9 +62,9 @@ TEST_F(DxccBuilder, DamagedFilesAreRefusedWithLineAndReason) {
     std::string text;
     const char* message;
   } rows[] = {
-      {italy.substr(0, italy.size() - 3), "5 行目"},           // cut before the last semicolon
-      {italy.substr(0, 60), "1 行目"},                          // cut in the first line
-      {italy.substr(0, 74), "途中で切れています"},              // cut behind the first line
+      {italy.substr(0, italy.size() - 3), "5 行目"},  // cut before the last semicolon
+      {italy.substr(0, 60), "1 行目"},                // cut in the first line
+      {italy.substr(0, 74), "途中で切れています"},    // cut behind the first line
       {"Italy: 15: 28: EU: 1: 2: 3: QQ:\r\n QQ;\r\n", "dxcc_mas.txt に無い"},
       {"Italy: 41: 28: EU: 1: 2: 3: I:\r\n I;\r\n", "CQ ゾーン"},
       {"Italy: 15: 28: XX: 1: 2: 3: I:\r\n I;\r\n", "大陸"},
@@ -87,22 +87,24 @@ TEST(CodeLearner, TakesClearMajoritiesAndKeepsHandMadeEntries) {
   const TestFolder folder;
   HamlogToDxcc h2l;
   DxccToHamlog l2h;
-  h2l.load(folder.text("h2l", "500A  339 JA            Japan\r\n      291 W             U.S.A.\r\n"
-                              "777A  230 DL            Germany\r\n"));
-  l2h.load(folder.text("l2h", "339 JA            500A  Japan\r\n291 W                   U.S.A.\r\n"));
+  h2l.load(folder.text("h2l",
+                       "500A  339 JA            Japan\r\n      291 W             U.S.A.\r\n"
+                       "777A  230 DL            Germany\r\n"));
+  l2h.load(
+      folder.text("l2h", "339 JA            500A  Japan\r\n291 W                   U.S.A.\r\n"));
   CodeLearner learner(calls);
   const auto add = [&learner](const char* call, const char* code, int times) {
     for (int i = 0; i < times; ++i) learner.add(call, code, "20200101");
   };
-  add("W1AW", "502b", 20);    // the main code of an entity ends with A
+  add("W1AW", "502b", 20);  // the main code of an entity ends with A
   add("K1AA", "502A ", 9);
-  add("VE3AA", "502A", 1);    // 90 %: clear
+  add("VE3AA", "502A", 1);  // 90 %: clear
   add("VE3AA", "503A", 8);
-  add("W1AW", "503A", 1);     // 89 %: doubtful
-  add("HL1AA", "504A", 1);    // once: doubtful
-  add("F1AA", "777A", 3);     // contradicts a hand-made entry
-  add("JA1AA", "500A", 9);    // no DX code
-  add("QQ1AA", "505A", 3);    // nobody knows the calls
+  add("W1AW", "503A", 1);   // 89 %: doubtful
+  add("HL1AA", "504A", 1);  // once: doubtful
+  add("F1AA", "777A", 3);   // contradicts a hand-made entry
+  add("JA1AA", "500A", 9);  // no DX code
+  add("QQ1AA", "505A", 3);  // nobody knows the calls
   const CodeLearner::Tables tables = learner.learn(h2l, l2h);
   std::string verdicts;
   for (const CodeVerdict& v : tables.verdicts) {

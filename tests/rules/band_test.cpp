@@ -26,9 +26,15 @@ TEST(Band, AdifBandToHamlogFrequency) {
     const char* band;
     const char* freq;
     const char* remark;
-  } rows[] = {{"20m ", "14", ""},       {"70cm", "432", ""},       {"33cm", "902", "Band=33"},
-              {"35M", "902", ""},       {"1MM", "24", ""},         {"2m", "144.1", "Band=a"},
-              {"23CM", "1200", "Band=23cm"}, {"nothing", "", ""},  {"2.5MM", "120", ""}};
+  } rows[] = {{"20m ", "14", ""},
+              {"70cm", "432", ""},
+              {"33cm", "902", "Band=33"},
+              {"35M", "902", ""},
+              {"1MM", "24", ""},
+              {"2m", "144.1", "Band=a"},
+              {"23CM", "1200", "Band=23cm"},
+              {"nothing", "", ""},
+              {"2.5MM", "120", ""}};
   for (const auto& row : rows) {
     QsoRecord record;
     record.band = row.band;
@@ -42,9 +48,10 @@ TEST(Band, FrequencyToBand) {
   const struct {
     const char* freq;
     const char* band;
-  } rows[] = {{"7.1", "40M"}, {"8", "40M"},   {"8.5", ""},    {"10G", "3CM"}, {"10g", "30M"},
-              {"1.9", "160M"}, {"5.3", ""},   {"146", "2M"},  {"222", ""},    {"440.000", "70CM"},
-              {"2450", "13CM"}, {"10250", "3CM"}, {"", ""},   {"x7", ""}};
+  } rows[] = {{"7.1", "40M"}, {"8", "40M"},        {"8.5", ""},      {"10G", "3CM"},
+              {"10g", "30M"}, {"1.9", "160M"},     {"5.3", ""},      {"146", "2M"},
+              {"222", ""},    {"440.000", "70CM"}, {"2450", "13CM"}, {"10250", "3CM"},
+              {"", ""},       {"x7", ""}};
   for (const auto& row : rows) EXPECT_EQ(band_from_freq(row.freq), row.band) << row.freq;
 }
 
@@ -55,15 +62,15 @@ TEST(Band, RemarksNameTheBandForAdif) {
     return std::string(band.name) + (band.from_remark ? "!" : "");
   };
   EXPECT_EQ(name("1200", "", "x BAND=23CM"), "23CM!");
-  EXPECT_EQ(name("1200", "", "Band=23CM"), "23CM");      // the other direction's spelling
-  EXPECT_EQ(name("1200", "BAND=23CM", ""), "23CM");      // placed at 3: remarks 2 only
+  EXPECT_EQ(name("1200", "", "Band=23CM"), "23CM");  // the other direction's spelling
+  EXPECT_EQ(name("1200", "BAND=23CM", ""), "23CM");  // placed at 3: remarks 2 only
   EXPECT_EQ(name("902", "BAND=33", ""), "33CM!");
   EXPECT_EQ(name("902", "", "BAND=33"), "");
-  EXPECT_EQ(name("144.1", "BAND=A", ""), "2M");          // placed at 2: remarks 2 only
+  EXPECT_EQ(name("144.1", "BAND=A", ""), "2M");  // placed at 2: remarks 2 only
   EXPECT_EQ(name("144.1", "", "BAND=A"), "2M!");
   EXPECT_EQ(name("7", "", "BAND=23CM"), "40M");
-  EXPECT_EQ(name("", "", "BAND="), "!");                 // an unused row is compared as empty
-  EXPECT_EQ(name("10G", "", ""), "30M");                 // no special case in this direction
+  EXPECT_EQ(name("", "", "BAND="), "!");  // an unused row is compared as empty
+  EXPECT_EQ(name("10G", "", ""), "30M");  // no special case in this direction
 }
 
 TEST(Band, ZlogBandNumbers) {

@@ -1,7 +1,6 @@
 #include "rules/conversion_tables.h"
 
 #include <gtest/gtest.h>
-
 #include <set>
 
 #include "rules/adif_modes.h"
@@ -39,8 +38,9 @@ TEST(ModeTable, ChainsThroughLaterRows) {
 TEST(BandTable, ReadsFieldsOfAnyForm) {
   const TestFolder folder;
   BandTable table;
-  table.load(folder.text("b.ini", "\"1\",\"2M\",\"144\",\"a,b\",\"1\"\r\n 2 , 6M,50 ,メモ,\n"
-                                  ",\"10M\",\"28\",\"\",\"\"\r\n\"4\",\"X\",\"1\",\"\",\"\"\r\n"));
+  table.load(folder.text("b.ini",
+                         "\"1\",\"2M\",\"144\",\"a,b\",\"1\"\r\n 2 , 6M,50 ,メモ,\n"
+                         ",\"10M\",\"28\",\"\",\"\"\r\n\"4\",\"X\",\"1\",\"\",\"\"\r\n"));
   ASSERT_EQ(table.size(), 2U);  // a row without number ends the table
   EXPECT_EQ(table[0].memo, "a,b");
   EXPECT_EQ(table[1].adif, "6M");

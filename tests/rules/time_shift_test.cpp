@@ -28,7 +28,8 @@ TEST(TimeShift, RollsOverDaysMonthsYearsAndLeapDays) {
 }
 
 TEST(TimeShift, WhatIsNoDateOrTimeIsNotShifted) {
-  for (const char* date : {"", "20240230", "20241301", "2024115", "20241/15", "202401011", "2024xx01"}) {
+  for (const char* date :
+       {"", "20240230", "20241301", "2024115", "20241/15", "202401011", "2024xx01"}) {
     EXPECT_EQ(to_utc(date, "1200J"), "-") << date;
   }
   for (const char* time : {"", "2400J", "1260J", "930J", "12", "12:0xJ"}) {

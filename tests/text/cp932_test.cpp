@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <iconv.h>
-
 #include <map>
 #include <string>
 

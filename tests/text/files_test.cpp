@@ -34,7 +34,11 @@ TEST(LineReader, TakesBothLineEndsAndOneEndMark) {
   EXPECT_EQ(lines_of(folder.file("a", "a\r\nb\nc")), (Lines{"a", "b", "c"}));
   EXPECT_EQ(lines_of(folder.file("b", "a\r\n\r\n")), (Lines{"a", ""}));
   EXPECT_EQ(lines_of(folder.file("c", "a\r\n\x1A")), (Lines{"a"}));
-  EXPECT_EQ(lines_of(folder.file("d", "a\x1A" "b\x1A\x1A")), (Lines{"a\x1A" "b\x1A"}));
+  EXPECT_EQ(lines_of(folder.file("d",
+                                 "a\x1A"
+                                 "b\x1A\x1A")),
+            (Lines{"a\x1A"
+                   "b\x1A"}));
   EXPECT_EQ(lines_of(folder.file("e", "")), Lines{});
 }
 

@@ -24,9 +24,9 @@ TEST(Strings, NumbersAreReadFromTheStart) {
   const struct {
     const char* text;
     double number;
-  } rows[] = {{"7.025", 7.025}, {"14", 14},  {"430.", 430}, {".5", 0.5}, {"10G", 10},
-              {"1.2.3", 1.2},   {"abc", 0},  {"", 0},       {".", 0},    {" 7", 0},
-              {"-5", 0},        {"1e3", 1},  {"00012", 12}};
+  } rows[] = {{"7.025", 7.025}, {"14", 14}, {"430.", 430}, {".5", 0.5}, {"10G", 10},
+              {"1.2.3", 1.2},   {"abc", 0}, {"", 0},       {".", 0},    {" 7", 0},
+              {"-5", 0},        {"1e3", 1}, {"00012", 12}};
   for (const auto& row : rows) EXPECT_DOUBLE_EQ(leading_number(row.text), row.number) << row.text;
   EXPECT_EQ(number_text(2024), "2024");
   EXPECT_EQ(number_text(1.5), "1.5");
