@@ -71,9 +71,9 @@ std::string abolished_date(std::string_view text) {
   }
   constexpr std::string_view kMonths = "JANFEBMARAPRMAYJUNJULAUGSEPOCTNOVDEC";
   const std::string letters = upper(text);
-  for (unsigned month = 0; month < 12; ++month) {
+  for (std::size_t month = 0; month < 12; ++month) {
     if (contains(letters, kMonths.substr(month * 3, 3)) && numbers.size() == 2) {
-      return date_text(numbers[1], month + 1, numbers[0]);
+      return date_text(numbers[1], static_cast<unsigned>(month) + 1, numbers[0]);
     }
   }
   return "*";
@@ -231,8 +231,8 @@ JccBuild build_jcc(const std::filesystem::path& folder) {
     build.problems.push_back("二度ある番号: " + b.number + " " + a.name + ", " + b.name);
     return true;
   };
-  const auto rest = std::ranges::unique(build.places, doubled);
-  build.places.erase(rest.begin(), rest.end());
+  build.places.erase(std::unique(build.places.begin(), build.places.end(), doubled),
+                     build.places.end());
   return build;
 }
 

@@ -73,11 +73,11 @@ using EncodeTable = std::array<std::uint16_t, 0x10000>;
 // 13, then the IBM extensions; the NEC-selected rows ED and EE are read and never written.
 void add_rows(EncodeTable& table, std::uint8_t first_lead, std::uint8_t last_lead) {
   for (int lead = first_lead; lead <= last_lead; ++lead) {
-    const int row = table_row(static_cast<std::uint8_t>(lead));
     for (int i = 0; i < kTrails; ++i) {
-      const std::uint16_t code_point = kPairs[row * kTrails + i];
+      const std::uint8_t trail = trail_byte(i);
+      const char32_t code_point = cp932_pair_to_unicode(static_cast<std::uint8_t>(lead), trail);
       if (code_point != 0 && table[code_point] == 0) {
-        table[code_point] = static_cast<std::uint16_t>(lead << 8 | trail_byte(i));
+        table[code_point] = static_cast<std::uint16_t>(lead << 8 | trail);
       }
     }
   }

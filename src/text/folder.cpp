@@ -9,7 +9,7 @@
 namespace tobarine {
 
 std::filesystem::path file_in(const std::filesystem::path& folder, std::string_view name) {
-  const std::filesystem::path exact =
+  std::filesystem::path exact =
       folder / std::filesystem::path(std::u8string(name.begin(), name.end()));
   std::error_code error;
   if (std::filesystem::exists(exact, error)) return exact;

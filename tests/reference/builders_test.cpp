@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
+#include <map>
+#include <utility>
 
 #include "hamlog/hamlog_csv.h"
 #include "reference/code_learner.h"
 #include "reference/dxcc_builder.h"
+#include "reference/jcc_builder.h"
 #include "test_folder.h"
 #include "text/error.h"
 #include "text/strings.h"
@@ -79,6 +82,71 @@ TEST_F(DxccBuilder, DamagedFilesAreRefusedWithLineAndReason) {
   for (const auto& row : rows) {
     EXPECT_TRUE(contains(refusal(row.text), row.message)) << refusal(row.text) << "\n" << row.text;
   }
+}
+
+TEST(JccBuilder, ReadsTheListsInTheirShapes) {
+  const TestFolder folder;
+  folder.text(
+      "jcc-list.txt",
+      "ＪＣＣリスト 2019.5.1現在\r\n  No.  市名\r\n北海道 01\r\n  0101  Sapporo  札幌\r\n"
+      "* 0132  Kameda  亀田  \"Nov. 30,1973\"\r\n東 京  10\r\n  100101 Chiyoda  千代田\r\n"
+      "* 1001  Tokyo 23-wards  東京23区  \"Mar.31,2010\"\r\n* 1017 Hoya 保谷 　 \"Jan,9,2006\r\n"
+      "京 都  26\r\n  2201  Kyoto  京都\r\n  2601  Ayabe 綾部\r\n  26xx  ?\r\n  2603 Noname\r\n");
+  folder.text("jcg-list.txt",
+              "北海道  01\r\n  01006  Abuta(Iburi)  虻田（胆振)\r\n          Toyouracho 豊浦町\r\n"
+              "* 09013  (Reserved)  (欠番）\r\n東京 10\r\n 10007 Ogasawara-Shicho 小笠原支庁\r\n"
+              "　　　　　Chichijima　父島\r\n* 10001 Kitatama 北多摩 \"sometime\"\r\n");
+  folder.text("ku-list.txt",
+              "2024年1月1日に\r\nNo.\t区名\r\n札幌市(0101)\r\n010101\tChuo\t中央\r\n"
+              "札幌市（0101）\r\n010102※Kita 北 1989(平成元)年2月12日以前\r\n");
+  const JccBuild built = build_jcc(folder.path());
+  std::string text;
+  for (const JccPlace& place : built.places) {
+    text += place.number + " " + place.abolished + " " + place.name + "\n";
+  }
+  EXPECT_EQ(text,
+            "01006  北海道虻田郡\n0101  北海道札幌市\n010101  北海道札幌市中央区\n"
+            "010102 1989/02/12 北海道札幌市北区\n0132 1973/11/30 北海道亀田市\n"
+            "10001 * 東京都北多摩郡\n10007  東京都小笠原支庁\n1001 2010/03/31 東京都23区\n"
+            "100101  東京都千代田区\n1017 2006/01/09 東京都保谷市\n2601  京都府綾部市\n");
+  EXPECT_EQ(built.cities.current, 3U);
+  EXPECT_EQ(built.cities.abolished, 3U);
+  EXPECT_EQ(built.problems.size(), 5U);
+}
+
+TEST(JccBuilder, TheDeliveredMasterHoldsEveryNumberOfTheLists) {
+  JccMaster master;
+  master.load(std::filesystem::path(TOBARINE_DATA) / "JCC_JCG.mas");
+  std::map<std::size_t, std::pair<int, int>> counts;  // by digits: existing, abolished
+  for (const JccPlace& place : master.places()) {
+    auto& count =
+        counts[place.number.starts_with("1001") && place.number.size() == 6 ? 4
+                                                                            : place.number.size()];
+    ++(place.abolished.empty() ? count.first : count.second);
+  }
+  EXPECT_EQ(counts[4], std::pair(815, 99));  // as the lists themselves say
+  EXPECT_EQ(counts[5], std::pair(379, 243));
+  EXPECT_EQ(counts[6], std::pair(171, 13));
+  EXPECT_EQ(master.find(" 110101 ")->name, "神奈川県横浜市鶴見区");
+  EXPECT_EQ(master.find("2603")->prefecture, "和歌山県");
+  EXPECT_EQ(master.find("9999"), nullptr);
+}
+
+TEST(JccBuilder, TellsWhatChanges) {
+  const JccChanges changes = compare_jcc(
+      {{"0101", "", "北海道", "A"}, {"0102", "", "北海道", "B"}, {"0103", "", "", "C"}},
+      {{"0101", "", "北海道", "A2"}, {"0102", "2020/01/01", "", "B"}, {"0104", "", "", "D"}});
+  EXPECT_EQ(changes.added, std::vector<std::string>{"0104 D"});
+  EXPECT_EQ(changes.abolished, std::vector<std::string>{"0102 B 2020/01/01"});
+  EXPECT_EQ(changes.renamed, std::vector<std::string>{"0101 A2 (A)"});
+  EXPECT_EQ(changes.removed, std::vector<std::string>{"0103 C"});
+}
+
+TEST(JccBuilder, RefusesWhatIsNoList) {
+  const TestFolder folder;
+  EXPECT_THROW(build_jcc(folder.path()), FileError);
+  folder.text("jcc-list.txt", "<html><body>404</body></html>");
+  EXPECT_THROW(build_jcc(folder.path()), FileError);
 }
 
 TEST(CodeLearner, TakesClearMajoritiesAndKeepsHandMadeEntries) {
