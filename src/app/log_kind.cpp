@@ -10,11 +10,11 @@ namespace tobarine {
 namespace {
 
 constexpr LogKindInfo kKinds[] = {
-    {LogKind::kHamlogCsv, "csv", "Hamlog v5.00 以降の CSV", true},
-    {LogKind::kHamlogHdb, "hdb", "Hamlog のデータベース", false},
-    {LogKind::kZlogAll, "z_all", "zLog の .ALL", false},
-    {LogKind::kZlogZlo, "z_zlo", "zLog の .ZLO", false},
-    {LogKind::kAdif, "adi", "ADIF", false},
+    {LogKind::kHamlogCsv, "csv", "Hamlog v5.00 以降の CSV", LogKindInfo::kH2l},
+    {LogKind::kHamlogHdb, "hdb", "Hamlog のデータベース", LogKindInfo::kNone},
+    {LogKind::kZlogAll, "z_all", "zLog の .ALL", LogKindInfo::kNone},
+    {LogKind::kZlogZlo, "z_zlo", "zLog の .ZLO", LogKindInfo::kNone},
+    {LogKind::kAdif, "adi", "ADIF", LogKindInfo::kL2h},
 };
 
 struct Extension {

@@ -13,7 +13,7 @@ struct LogKindInfo {
   LogKind kind;
   std::string_view name;   // as on the command line: "csv", "hdb", ...
   std::string_view label;  // for people
-  bool h2l_input;          // can be converted to ADIF
+  enum Input { kNone, kH2l, kL2h } input;  // of which conversion it is the input
 };
 
 const LogKindInfo& log_kind_info(LogKind kind);

@@ -153,4 +153,15 @@ H2lOptions h2l_options(const Settings& s) {
   return options;
 }
 
+L2hOptions l2h_options(const Settings& s, int option1) {
+  L2hOptions options;
+  options.remarks.write_state = s.Chk_9 == 1;
+  options.remarks.state_place = s.Op_2;
+  options.remarks.state_prefixed = s.Chk_10 == 1;
+  options.remarks.state_prefix = s.was_moji;
+  options.write_qth = s.Chk_16 == "1";
+  options.time_mode = set_time_mode(option1, true);
+  return options;
+}
+
 }  // namespace tobarine

@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "hamlog/h2l_rules.h"
+#include "convert/h2l.h"
+#include "convert/l2h.h"
 
 namespace tobarine {
 
@@ -71,5 +72,9 @@ bool set_setting(Settings& settings, std::string_view key, std::string_view valu
 
 // The options that a Hamlog-to-ADIF run takes from the settings.
 H2lOptions h2l_options(const Settings& settings);
+
+// The options that an ADIF-to-Hamlog run takes from the settings; `option1` is the index of the
+// chosen time conversion, 0 .. 3.
+L2hOptions l2h_options(const Settings& settings, int option1);
 
 }  // namespace tobarine

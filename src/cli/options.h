@@ -9,6 +9,7 @@ namespace tobarine {
 enum class Command {
   kH2l,
   kEqsl,
+  kL2h,
   kInfo,
   kLookupCalls,
   kLookupCodes,
@@ -30,7 +31,8 @@ struct CliOptions {
   std::string input;
   std::string output;
   std::string kind;
-  std::string date;  // yyyymmdd
+  std::string time = "none";  // none, jst, utc, ja
+  std::string date;           // yyyymmdd
   std::vector<std::string> items;
 };
 

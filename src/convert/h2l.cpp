@@ -1,7 +1,5 @@
 #include "convert/h2l.h"
 
-#include <system_error>
-
 #include "hamlog/adif_writer.h"
 #include "hamlog/hamlog_csv.h"
 #include "text/error.h"
@@ -9,8 +7,6 @@
 
 namespace tobarine {
 namespace {
-
-constexpr std::size_t kContactsPerProgress = 4096;
 
 void refuse_old_layout(const std::filesystem::path& input) {
   if (hamlog_layout(input) == HamlogLayout::kOld) {
@@ -23,10 +19,7 @@ void convert_all(HamlogReader& reader, H2lRules& rules, AdifWriter& writer,
   AdifContact contact;
   while (reader.next(contact.record, report.findings)) {
     ++report.read;
-    if (context.progress && report.read % kContactsPerProgress == 0 && reader.file().size() > 0) {
-      context.progress(static_cast<double>(reader.file().bytes_read()) /
-                       static_cast<double>(reader.file().size()));
-    }
+    context.tell(report.read, reader.file().bytes_read(), reader.file().size());
     if (!rules.apply(contact, reader.line(), report.findings)) continue;
     if (const std::size_t lacking = writer.write(contact); lacking > 0) {
       report.findings.add(FindingKind::kNotEncodable, reader.line(), contact.record.call,
@@ -55,22 +48,6 @@ ConversionReport run(const H2lJob& job, HamlogReader& reader, AdifTarget target,
 }
 
 }  // namespace
-
-std::filesystem::path output_path(const std::filesystem::path& input, std::string_view extension) {
-  const std::filesystem::path absolute = std::filesystem::absolute(input).lexically_normal();
-  const std::u8string text = absolute.u8string();
-  const std::size_t dot = text.find(u8'.');
-  std::u8string result = text.substr(0, dot) + u8".";
-  result.append(extension.begin(), extension.end());
-  return result;
-}
-
-void refuse_same_file(const std::filesystem::path& input, const std::filesystem::path& output) {
-  std::error_code error;
-  if (std::filesystem::equivalent(input, output, error)) {
-    throw UsageError("出力が入力と同じファイルです: " + path_text(output));
-  }
-}
 
 ConversionReport run_h2l(const H2lJob& job, const ConversionTables& tables, const CallTables& calls,
                          const RunContext& context) {

@@ -14,4 +14,9 @@ void CallTables::load(const std::filesystem::path& folder) {
   codes.load(file_in(folder, "h2l_cty.mas"));
 }
 
+void PlaceTables::load(const std::filesystem::path& folder) {
+  codes.load(file_in(folder, "l2h_cty.mas"));
+  jcc.load(file_in(folder, "JCC_JCG.mas"));
+}
+
 }  // namespace tobarine

@@ -5,6 +5,7 @@
 
 #include "callsign/call_analysis.h"
 #include "callsign/hamlog_codes.h"
+#include "callsign/jcc_master.h"
 #include "rules/conversion_tables.h"
 
 namespace tobarine {
@@ -21,6 +22,14 @@ struct ConversionTables {
 struct CallTables {
   CallAnalysis calls;
   HamlogToDxcc codes;
+
+  void load(const std::filesystem::path& folder);  // throws FileError, RecordError
+};
+
+// The tables of the way from ADIF to Hamlog.
+struct PlaceTables {
+  DxccToHamlog codes;
+  JccMaster jcc;
 
   void load(const std::filesystem::path& folder);  // throws FileError, RecordError
 };

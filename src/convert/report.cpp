@@ -13,6 +13,7 @@ std::string report_text(const ConversionReport& report) {
     text.append(finding_heading(kind)).append(": ").append(std::to_string(count)).append(" 件\n");
     for (const Finding& finding : report.findings.kept()) {
       if (finding.kind != kind) continue;
+      if (finding.line == 0) continue;  // about the file as a whole: the heading says it all
       text.append("  ").append(std::to_string(finding.line)).append(" 行目  ");
       text.append(finding.call).append("  ").append(finding.text).append("\n");
     }

@@ -17,7 +17,7 @@ constexpr KindText kKinds[] = {
     {FindingKind::kNoBand, "no-band", "バンドが分からない周波数"},
     {FindingKind::kGigahertzText, "gigahertz-text", "GHz の表記が短波のバンドになった周波数"},
     {FindingKind::kBadDateOrTime, "bad-date-or-time",
-     "日付または時刻として読めない (UTC に変換せずそのまま出力した) 交信"},
+     "日付または時刻として読めない (時刻を変換せずそのまま出力した) 交信"},
     {FindingKind::kNoZoneLetter, "no-zone-letter",
      "時刻に J も U も無い (UTC に変換せずそのまま出力した) 交信"},
     {FindingKind::kUnknownCode, "unknown-code",
@@ -32,6 +32,22 @@ constexpr KindText kKinds[] = {
      "閉じていない引用符 (以降の行がすべて一つの欄になった)"},
     {FindingKind::kSplitByComma, "split-by-comma",
      "引用符の中のコンマで欄が分かれ、後ろの欄がずれた行"},
+    {FindingKind::kDroppedNoDate, "dropped-no-date", "日付が無いので出力しなかった交信"},
+    {FindingKind::kDroppedSlashes, "dropped-slashes", "\"//\" を含むので出力しなかった交信"},
+    {FindingKind::kRecordCut, "record-cut",
+     "５行を超えるので切れたレコード (続きは次の交信になった)"},
+    {FindingKind::kCarriedOver, "carried-over", "タグが無く、前の交信の値になった欄"},
+    {FindingKind::kOddTagLength, "odd-tag-length", "長さが普通でない TIME_ON、QSO_DATE"},
+    {FindingKind::kValueCut, "value-cut", "７文字に切った周波数"},
+    {FindingKind::kQuoteDropped, "quote-dropped",
+     "値の中の引用符 (Hamlog が読めないので取り除いた)"},
+    {FindingKind::kUnknownJcc, "unknown-jcc", "JCC_JCG.mas に無い番号 (QTH は空欄)"},
+    {FindingKind::kUnknownEntity, "unknown-entity",
+     "DXCC エンティティが分からない交信 (Code と QTH は空欄)"},
+    {FindingKind::kNoHamlogCode, "no-hamlog-code",
+     "l2h_cty.mas に Code の無いエンティティ "
+     "(tobarine-cli build codes で御自分のログから登録できます)"},
+    {FindingKind::kReadAsUtf8, "read-as-utf8", "UTF-8 として読んだファイル"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

@@ -23,6 +23,17 @@ enum class FindingKind {
   kNotEncodable,
   kUnclosedQuote,
   kSplitByComma,
+  kDroppedNoDate,
+  kDroppedSlashes,
+  kRecordCut,
+  kCarriedOver,
+  kOddTagLength,
+  kValueCut,
+  kQuoteDropped,
+  kUnknownJcc,
+  kUnknownEntity,
+  kNoHamlogCode,
+  kReadAsUtf8,
   kCount
 };
 

@@ -38,6 +38,21 @@ struct QsoRecord {
   std::string qsl_rcvd;  // "Y" or "N"
   std::string comment;
 
+  // Read from ADIF only.
+  std::string age;
+  std::string cqz;   // "CQZ:" and the zone
+  std::string ituz;  // "ITUZ:" and the zone
+  std::string cnty;  // "CNTY:" and the county
+  std::string date8;  // "YYYY/MM/DD", from a date whose length was written as 8
+  std::string time6;  // "HH:MM", from a time whose length was written as 6
+  std::string section;
+  std::string srx;  // serial number received
+  std::string stx;  // serial number sent
+  std::string operator_call;
+  std::string n1mm_exchange1;
+  std::string n1mm_points;
+  std::string n1mm_radio_nr;
+
   // Set by the band rules when ADIF becomes Hamlog CSV.
   std::string band_remark;      // "Band=" and the band table's keyword
   std::string band_remark_pos;  // "1" to "4"

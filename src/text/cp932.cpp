@@ -207,6 +207,24 @@ std::size_t encode_cp932(std::string_view utf8, char*& out) {
   return lacking;
 }
 
+std::size_t copy_utf8_escaping_invalid(std::string_view bytes, std::string& utf8) {
+  std::size_t invalid = 0;
+  while (!bytes.empty()) {
+    const Utf8Char c = next_utf8(bytes);
+    if (c.valid) {
+      utf8.append(bytes, 0, c.size);
+    } else {
+      char escape[4];
+      char* end = escape;
+      put_utf8(kInvalidByteBase + c.code_point, end);
+      utf8.append(escape, end);
+      ++invalid;
+    }
+    bytes.remove_prefix(c.size);
+  }
+  return invalid;
+}
+
 std::string from_cp932(std::string_view bytes) {
   std::string utf8;
   decode_cp932(bytes, utf8);

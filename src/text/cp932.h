@@ -60,6 +60,10 @@ std::size_t encode_cp932(std::string_view utf8, std::string& bytes);
 // The same to `out`, which is advanced and must have room for utf8.size() bytes.
 std::size_t encode_cp932(std::string_view utf8, char*& out);
 
+// Appends a text that should be UTF-8; malformed bytes are escaped as decode_cp932() does. Returns
+// their number.
+std::size_t copy_utf8_escaping_invalid(std::string_view bytes, std::string& utf8);
+
 // Convenience forms for short texts.
 std::string from_cp932(std::string_view bytes);
 std::string to_cp932(std::string_view utf8);

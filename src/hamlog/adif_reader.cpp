@@ -1,0 +1,405 @@
+#include "hamlog/adif_reader.h"
+
+#include <array>
+#include <iterator>
+#include <vector>
+
+#include "rules/band.h"
+#include "text/cp932.h"
+#include "text/strings.h"
+#include "text/utf8.h"
+
+namespace tobarine {
+namespace {
+
+constexpr std::size_t kHeaderLines = 20;
+constexpr std::size_t kRecordLines = 5;
+constexpr std::size_t kLongestFreq = 7;  // bytes
+constexpr std::size_t kLongestHamlogMode = 3;
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+bool contains_ignoring_case(std::string_view text, std::string_view part) {
+  for (std::size_t at = text.find(part[0]); at != std::string_view::npos;
+       at = text.find(part[0], at + 1)) {
+    if (equal_ignoring_case(text.substr(at, part.size()), part)) return true;
+  }
+  return false;
+}
+
+// A tag is recognised by its name, a colon and, for some, the length behind it. The order counts: a
+// field may match several, and the later ones win.
+struct Tag {
+  enum Place { kAnywhere, kAtStart };
+  std::string_view name;
+  char length = '\0';
+  Place place = kAnywhere;
+};
+
+constexpr Tag kTags[] = {
+    {"CALL"},
+    {"AGE"},
+    {"NAME", '\0', Tag::kAtStart},
+    {"QTH"},
+    {"FREQ"},
+    {"BAND"},
+    {"RST_SENT"},
+    {"RST_RCVD"},
+    {"MODE", '\0', Tag::kAtStart},
+    {"CQZ"},
+    {"ITUZ"},
+    {"STATE"},
+    {"CNTY"},
+    {"QSL_VIA"},
+    {"QSL_SENT"},
+    {"QSL_RCVD"},
+    {"GRIDSQUARE", '\0', Tag::kAtStart},
+    {"COMMENT"},
+    {"IOTA"},
+    {"DXCC"},
+    {"QSO_DATE"},
+    {"TIME_ON", '4'},
+    {"TIME_ON", '6'},
+    {"JCC"},
+    {"JCG"},
+    {"QSO_DATE", '8'},
+    {"TIME_ON", '6'},
+    {"SECTION"},
+    {"SRX"},
+    {"STX"},
+    {"OPERATOR"},
+    {"APP_N1MM_EXCHANGE1"},
+    {"APP_N1MM_POINTS"},
+    {"APP_N1MM_RADIO_NR"},
+};
+enum TagIndex : std::size_t {
+  kCall, kAge, kName, kQth, kFreq, kBand, kRstSent, kRstRcvd, kMode, kCqz, kItuz, kState, kCnty,
+  kQslVia, kQslSent, kQslRcvd, kGridsquare, kComment, kIota, kDxcc, kQsoDate, kTimeOn4, kTimeOn6,
+  kJcc, kJcg, kQsoDate8, kTime6, kSection, kSrx, kStx, kOperator, kExchange1, kPoints, kRadioNr,
+};
+static_assert(std::size(kTags) == kRadioNr + 1);
+
+constexpr std::uint64_t bit(std::size_t tag) { return std::uint64_t{1} << tag; }
+
+// The tags whose name ends with a character, so that few names are compared for each colon.
+const std::vector<std::uint8_t>& tags_ending_with(char c) {
+  static const std::array<std::vector<std::uint8_t>, 128> tags = [] {
+    std::array<std::vector<std::uint8_t>, 128> result;
+    for (std::uint8_t i = 0; i < std::size(kTags); ++i) {
+      const auto last = static_cast<unsigned char>(kTags[i].name.back());
+      result[last].push_back(i);
+      if (!is_digit(static_cast<char>(last))) result[last | 0x20U].push_back(i);
+    }
+    return result;
+  }();
+  static const std::vector<std::uint8_t> none;
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 128 ? tags[byte] : none;
+}
+
+// What stands in front of a value and is taken out of the field wherever it stands: everything up to
+// the first ">". For names, places and comments as many bytes are taken as there are characters,
+// which is the same unless something full-width stands in front.
+std::string tag_text(std::string_view field, bool counted_in_bytes) {
+  const std::size_t end = field.find('>');
+  if (end == std::string_view::npos) return {};
+  const std::string_view text = field.substr(0, end + 1);
+  if (!counted_in_bytes || is_ascii(text)) return std::string(text);
+  return from_cp932(to_cp932(field).substr(0, char_count(text)));
+}
+
+void value_of(std::string_view field, bool counted_in_bytes, std::string& value) {
+  const std::size_t end = field.find('>');
+  if (end == std::string_view::npos) {
+    value = field;
+    return;
+  }
+  const std::string_view head = field.substr(0, end + 1);
+  const std::string_view rest = field.substr(end + 1);
+  const bool plain = !counted_in_bytes || is_ascii(head);
+  if (plain && rest.find('>') == std::string_view::npos) {  // nothing to take out of the rest
+    value = rest;
+    return;
+  }
+  value = field;
+  const std::string taken = tag_text(field, counted_in_bytes);
+  if (!taken.empty()) replace_all(value, taken, "");
+}
+
+// yyyymmdd to "YYYY/MM/DD", hhmm.. to "HH:MM", by position, whatever the characters are.
+std::string date_with_slashes(std::string_view d) {
+  std::string result(left_chars(d, 4));
+  return result.append("/").append(mid_chars(d, 4, 2)).append("/").append(right_chars(d, 2));
+}
+
+std::string time_with_colon(std::string_view t) {
+  std::string result(left_chars(t, 2));
+  return result.append(":").append(mid_chars(t, 2, 2));
+}
+
+bool is_blank(std::string_view text) { return trim(text).empty(); }
+
+// Everything that a record does not inherit from the one before it.
+void reset(QsoRecord& r) {
+  for (std::string QsoRecord::*field :
+       {&QsoRecord::freq, &QsoRecord::mode, &QsoRecord::code, &QsoRecord::grid, &QsoRecord::qsl,
+        &QsoRecord::name, &QsoRecord::qth, &QsoRecord::rmks1, &QsoRecord::rmks2, &QsoRecord::band,
+        &QsoRecord::dxcc, &QsoRecord::jcc, &QsoRecord::jcg, &QsoRecord::state, &QsoRecord::iota,
+        &QsoRecord::qsl_via, &QsoRecord::age, &QsoRecord::cqz, &QsoRecord::ituz, &QsoRecord::cnty,
+        &QsoRecord::date8, &QsoRecord::time6, &QsoRecord::section, &QsoRecord::srx,
+        &QsoRecord::stx, &QsoRecord::operator_call, &QsoRecord::n1mm_exchange1,
+        &QsoRecord::n1mm_points, &QsoRecord::n1mm_radio_nr, &QsoRecord::band_remark,
+        &QsoRecord::band_remark_pos}) {
+    (r.*field).clear();
+  }
+  r.qsl = "   ";
+}
+
+}  // namespace
+
+AdifFileInfo scan_adif(const std::filesystem::path& path) {
+  LineReader lines(path);
+  AdifFileInfo info;
+  bool valid_utf8 = true;
+  bool valid_cp932 = true;
+  bool marked = false;
+  std::string text;
+  std::string_view line;
+  while (lines.next(line)) {
+    if (lines.line() == 1) marked = line.starts_with(kUtf8Mark);
+    if (contains_ignoring_case(line, "<CALL:")) ++info.contacts;
+    if (is_ascii(line)) continue;
+    valid_utf8 = valid_utf8 && is_valid_utf8(line);
+    text.clear();
+    valid_cp932 = valid_cp932 && decode_cp932(line, text) == 0;
+  }
+  info.utf8 = marked || (valid_utf8 && !valid_cp932);
+  return info;
+}
+
+AdifRecordReader::AdifRecordReader(const std::filesystem::path& path, bool utf8)
+    : lines_(path), utf8_(utf8) {
+  std::string_view line;
+  for (std::size_t i = 0; i < kHeaderLines && lines_.next(line); ++i) {
+    if (contains_ignoring_case(line, "<EOH>")) break;
+  }
+}
+
+// Appends the next line as UTF-8; false at the end of the file.
+bool AdifRecordReader::append_line(std::string& text) {
+  std::string_view line;
+  if (!lines_.next(line)) return false;
+  if (!utf8_) {
+    invalid_bytes_ += decode_cp932(line, text);
+  } else if (is_valid_utf8(line)) {
+    text.append(line);
+  } else {
+    invalid_bytes_ += copy_utf8_escaping_invalid(line, text);
+  }
+  return true;
+}
+
+bool AdifRecordReader::next(std::string& record) {
+  for (;;) {
+    record.clear();
+    invalid_bytes_ = 0;
+    cut_ = false;
+    first_line_ = lines_.line() + 1;
+    std::size_t count = 0;
+    bool at_end = false;
+    bool ended = false;
+    while (count < kRecordLines && !ended) {
+      const std::size_t before = record.size();
+      if (!append_line(record)) {
+        at_end = true;
+        break;
+      }
+      ++count;
+      ended = contains_ignoring_case(std::string_view(record).substr(before), "<EOR>");
+    }
+    if (!is_blank(record)) {
+      cut_ = !ended && !at_end;
+      return true;
+    }
+    if (at_end) return false;
+  }
+}
+
+// The tags that match anywhere in the field, as bits.
+std::uint64_t AdifParser::find_tags(std::string_view field) {
+  std::uint64_t found = 0;
+  for (std::size_t colon = field.find(':'); colon != std::string_view::npos;
+       colon = field.find(':', colon + 1)) {
+    if (colon == 0) continue;
+    const std::string_view head = field.substr(0, colon);
+    const char behind = colon + 1 < field.size() ? field[colon + 1] : '\0';
+    for (const std::uint8_t i : tags_ending_with(head.back())) {
+      const Tag& tag = kTags[i];
+      if (head.size() < tag.name.size()) continue;
+      if (tag.place == Tag::kAtStart && head.size() != tag.name.size()) continue;
+      if (!equal_ignoring_case(head.substr(head.size() - tag.name.size()), tag.name)) continue;
+      if (tag.length == '\0' || tag.length == behind) {
+        found |= bit(i);
+      } else if (odd_tag_.empty() && i == kTimeOn4 && behind != '6') {
+        odd_tag_ = field;
+      }
+      if (odd_tag_.empty() && i == kQsoDate && behind != '8') odd_tag_ = field;
+    }
+  }
+  return found;
+}
+
+void AdifParser::read_field(std::string_view field, QsoRecord& r) {
+  const std::uint64_t found = find_tags(field);
+  tags_seen_ |= found;
+  for (std::size_t tag = 0; found >> tag != 0; ++tag) {
+    if ((found & bit(tag)) != 0) set_field(tag, field, r);
+  }
+}
+
+void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r) {
+  std::string value;
+  value_of(field, tag == kName || tag == kQth || tag == kComment, value);
+  if (tag != kCall && tag != kAge && tag != kMode) trim_in_place(value);
+  switch (tag) {
+    case kCall: r.call = value; break;
+    case kAge: r.age = value; break;
+    case kName: r.name = value; break;
+    case kQth: r.qth = value; break;
+    case kFreq:
+      r.freq = value;
+      if (cp932_length(value) > kLongestFreq) {
+        r.freq = left_chars(value, kLongestFreq);
+        // Zeros behind the point are no loss.
+        if (value.find_first_not_of('0', r.freq.size()) != std::string::npos) cut_value_ = value;
+      }
+      break;
+    case kBand: r.band = value; break;
+    case kRstSent: r.his_rst = value; break;
+    case kRstRcvd: r.my_rst = value; break;
+    case kMode: r.mode = value; break;
+    case kCqz: r.cqz = "CQZ:" + value; break;
+    case kItuz: r.ituz = "ITUZ:" + value; break;
+    case kState: r.state = value; break;
+    case kCnty: r.cnty = "CNTY:" + value; break;
+    case kQslVia:
+      r.qsl_via = "@" + value;
+      r.qsl[0] = 'J';
+      break;
+    case kQslSent:
+      r.qsl_sent = value;
+      if (value == "Y") r.qsl[0] = 'J';
+      r.qsl[1] = value == "Y" ? '*' : ' ';
+      break;
+    case kQslRcvd: r.qsl[2] = value == "Y" ? '*' : ' '; break;
+    case kGridsquare: r.grid = value; break;
+    case kComment: r.comment = value; break;
+    case kIota: r.iota = value; break;
+    case kDxcc: r.dxcc = value; break;
+    case kQsoDate:
+      r.qso_date = value;
+      r.date = date_with_slashes(value);
+      break;
+    case kTimeOn4:
+    case kTimeOn6:
+      r.time_on = left_chars(value, 4);
+      r.time = time_with_colon(value);
+      break;
+    case kJcc: r.jcc = r.code = value; break;
+    case kJcg: r.jcg = r.code = value; break;
+    case kQsoDate8: r.date8 = date_with_slashes(value); break;
+    case kTime6: r.time6 = time_with_colon(value); break;
+    case kSection: r.section = value; break;
+    case kSrx: r.srx = value; break;
+    case kStx: r.stx = value; break;
+    case kOperator: r.operator_call = value; break;
+    case kExchange1: r.n1mm_exchange1 = r.jcc = value; break;
+    case kPoints: r.n1mm_points = value; break;
+    case kRadioNr: r.n1mm_radio_nr = value; break;
+    default: break;
+  }
+}
+
+// Looked at again after every field: what a later tag says outright replaces what was derived.
+void AdifParser::derive(QsoRecord& r) const {
+  if (is_blank(r.freq)) {
+    if (!is_blank(r.band)) hamlog_freq_from_band(bands_, r);
+  } else if (is_blank(r.band)) {
+    r.band = band_from_freq(r.freq);
+  }
+  if (r.mode.size() > kLongestHamlogMode && cp932_length(r.mode) > kLongestHamlogMode) {
+    modes_.adif_to_csv(r.mode);
+  }
+}
+
+void AdifParser::build_remarks(QsoRecord& r) const {
+  if (!is_blank(r.jcg) || !is_blank(r.jcc) || trim(r.dxcc) == "339") {
+    r.cqz.clear();
+    r.ituz.clear();
+  }
+  r.rmks1 = r.qsl_via + " " + r.iota + " " + r.cqz + " " + r.ituz;
+  r.rmks2 = r.cnty;
+  if (remarks_.write_state) {
+    const std::string state = (remarks_.state_prefixed ? remarks_.state_prefix : "") + r.state;
+    if (remarks_.state_place != 0 && remarks_.state_place != 1) {
+      r.rmks1.clear();
+      r.rmks2.clear();
+    } else if (!is_blank(r.state) && remarks_.state_place == 0) {
+      r.rmks1 += " " + state;
+    } else if (!is_blank(r.state)) {
+      // Without the prefix the state comes first, with it last: an old habit that stays.
+      r.rmks2 = remarks_.state_prefixed ? r.cnty + " " + state : state + " " + r.cnty;
+    }
+  }
+  trim_in_place(r.rmks1);
+  trim_in_place(r.rmks2);
+  if (r.band_remark.empty()) return;
+  const auto place = [&r](std::string& rmks, bool before) {
+    rmks = before ? r.band_remark + " " + rmks : rmks + " " + r.band_remark;
+    trim_in_place(rmks);
+  };
+  if (r.band_remark_pos == "1") place(r.rmks1, true);
+  if (r.band_remark_pos == "2") place(r.rmks1, false);
+  if (r.band_remark_pos == "3") place(r.rmks2, true);
+  if (r.band_remark_pos == "4") place(r.rmks2, false);
+}
+
+void AdifParser::report(std::size_t line, const QsoRecord& r, FindingLog& findings) const {
+  const struct {
+    std::uint64_t tags;
+    const char* name;
+    const std::string& value;
+  } inherited[] = {
+      {bit(kCall), "CALL", r.call},
+      {bit(kQsoDate), "QSO_DATE", r.qso_date},
+      {bit(kTimeOn4) | bit(kTimeOn6), "TIME_ON", r.time_on},
+      {bit(kRstSent), "RST_SENT", r.his_rst},
+      {bit(kRstRcvd), "RST_RCVD", r.my_rst},
+  };
+  std::string names;
+  for (const auto& field : inherited) {
+    if ((tags_seen_ & field.tags) != 0 || field.value.empty()) continue;
+    names.append(names.empty() ? "" : ", ").append(field.name);
+  }
+  if (!names.empty()) findings.add(FindingKind::kCarriedOver, line, r.call, names);
+  if (!odd_tag_.empty()) findings.add(FindingKind::kOddTagLength, line, r.call, "<" + odd_tag_);
+  if (!cut_value_.empty()) findings.add(FindingKind::kValueCut, line, r.call, cut_value_);
+  if (r.mode.size() > kLongestHamlogMode && cp932_length(r.mode) > kLongestHamlogMode) {
+    findings.add(FindingKind::kUnknownMode, line, r.call, r.mode);
+  }
+}
+
+void AdifParser::parse(const std::string& text, std::size_t line, QsoRecord& r,
+                       FindingLog& findings) {
+  reset(r);
+  tags_seen_ = 0;
+  odd_tag_.clear();
+  cut_value_.clear();
+  for_each_piece(text, '<', [this, &r](std::string_view field) {
+    read_field(field, r);
+    derive(r);
+  });
+  build_remarks(r);
+  report(line, r, findings);
+}
+
+}  // namespace tobarine

@@ -1,0 +1,134 @@
+#include "hamlog/l2h_rules.h"
+
+#include "rules/japanese_call.h"
+#include "text/strings.h"
+#include "text/utf8.h"
+
+namespace tobarine {
+namespace {
+
+enum Column : std::size_t {
+  kCall, kDate, kTime, kHisRst, kMyRst, kFreq, kMode, kCode, kGrid, kQsl, kName, kQth, kRmks1,
+  kRmks2, kDxFlag,
+};
+
+constexpr unsigned kJapan = 339;
+
+// Of a call with a slash the longer of the first two pieces, the second when they are equally long.
+std::string_view working_call(std::string_view call) {
+  const std::size_t slash = call.find('/');
+  if (slash == std::string_view::npos) return call;
+  const std::string_view first = call.substr(0, slash);
+  const std::string_view rest = call.substr(slash + 1);
+  const std::string_view second = rest.substr(0, rest.find('/'));
+  return char_count(first) > char_count(second) ? first : second;
+}
+
+// The number of a contest exchange, without its power letter.
+std::string without_power_letters(std::string_view jcc) {
+  std::string code;
+  for (const char c : jcc) {
+    if (c != 'H' && c != 'M' && c != 'L' && c != 'P') code += c;
+  }
+  return code;
+}
+
+std::string qsl_column(const QsoRecord& r) {
+  std::string column = r.qsl;
+  if (!trim(r.qsl_via).empty() && column[0] == 'J') column[0] = 'M';
+  return column;
+}
+
+}  // namespace
+
+void L2hRules::apply(const QsoRecord& r, std::size_t line, HamlogColumns& columns,
+                     FindingLog& findings) {
+  const std::string_view working = working_call(r.call);
+  const bool japanese = is_japanese_call(working);
+  columns[kCall] = r.call;
+  columns[kHisRst] = r.his_rst;
+  columns[kMyRst] = r.my_rst;
+  columns[kFreq] = r.freq;
+  columns[kMode] = r.mode;
+  columns[kGrid] = r.grid;
+  columns[kQsl] = qsl_column(r);
+  columns[kName] = r.name;
+  columns[kRmks1] = r.rmks1;
+  columns[kRmks2] = r.rmks2;
+  set_code_and_qth(r, working, japanese, line, columns, findings);
+  if (write_qth_ && !trim(r.qth).empty()) columns[kQth] = r.qth;
+  set_date_and_time(r, japanese, line, columns, findings);
+  columns[kDxFlag] = state_.dx_flag;
+}
+
+void L2hRules::set_code_and_qth(const QsoRecord& r, std::string_view working, bool japanese,
+                                std::size_t line, HamlogColumns& columns,
+                                FindingLog& findings) const {
+  const bool jcc_given = !trim(r.jcc).empty();
+  const bool jcg_given = !trim(r.jcg).empty();
+  columns[kCode].clear();
+  columns[kQth].clear();
+  if (!japanese) {
+    const unsigned dxcc = dxcc_number(r.dxcc);
+    const bool by_number =
+        !trim(r.dxcc).empty() && dxcc != kJapan && !jcc_given && !jcg_given;
+    if (by_number) {
+      set_foreign(r, dxcc, line, columns, findings);
+    } else {
+      const CallPlace place = tables_.calls.find(working, r.qso_date);
+      set_foreign(r, place.entity == nullptr ? 0 : place.entity->number, line, columns, findings);
+    }
+    return;
+  }
+  const std::string code = jcc_given ? without_power_letters(r.jcc) : jcg_given ? r.jcg : "";
+  if (trim(code).empty()) {
+    columns[kCode] = "500A";
+    columns[kQth] = "Japan";
+  } else if (const JccPlace* place = tables_.jcc.find(code)) {
+    columns[kCode] = place->number;
+    columns[kQth] = place->name;
+  } else {
+    columns[kCode] = code;
+    findings.add(FindingKind::kUnknownJcc, line, r.call, code);
+  }
+}
+
+void L2hRules::set_foreign(const QsoRecord& r, unsigned dxcc, std::size_t line,
+                           HamlogColumns& columns, FindingLog& findings) const {
+  const CodeRow* row = tables_.codes.find(dxcc);
+  if (row == nullptr) {
+    findings.add(FindingKind::kUnknownEntity, line, r.call, r.dxcc);
+    return;
+  }
+  columns[kCode] = row->code;
+  columns[kQth] = row->text;
+  if (row->code.empty()) findings.add(FindingKind::kNoHamlogCode, line, r.call, row->text);
+}
+
+void L2hRules::set_date_and_time(const QsoRecord& r, bool japanese, std::size_t line,
+                                 HamlogColumns& columns, FindingLog& findings) {
+  const bool all = time_mode_ == TimeMode::kAllJst || time_mode_ == TimeMode::kAllJstFromAdif;
+  const bool by_station = time_mode_ == TimeMode::kJapaneseToJst;
+  // Not cleared between contacts and runs: a mode that does not set it repeats the last value.
+  if (all || by_station) state_.dx_flag = japanese ? "0" : "8";
+  std::string& date = columns[kDate];
+  std::string& time = columns[kTime];
+  if (trim(r.qso_date).empty()) {
+    date = "//";
+  } else {
+    date = mid_chars(r.date, 2, r.date.size());
+  }
+  time.assign(left_chars(r.time, 5)).append("U");
+  if (!all && !(by_station && japanese)) return;
+  if (const auto jst = shift_utc_to_jst(r.date, r.time)) {
+    const std::string_view d = jst->date;
+    const std::string_view t = jst->time;
+    date.assign(d.substr(0, 2)).append("/").append(d.substr(2, 2)).append("/");
+    date.append(d.substr(4, 2));
+    time.assign(t.substr(0, 2)).append(":").append(t.substr(2));
+  } else if (date != "//") {
+    findings.add(FindingKind::kBadDateOrTime, line, r.call, r.qso_date + " " + r.time_on);
+  }
+}
+
+}  // namespace tobarine

@@ -1,0 +1,25 @@
+// A temporary file under a name of its own, gone when its owner is.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+#include <vector>
+
+namespace tobarine {
+
+class TemporaryFile {
+ public:
+  // Creates an empty file "NAME-....tmp" in the first of the folders that can be written. Throws
+  // FileError when none can.
+  TemporaryFile(const std::vector<std::filesystem::path>& folders, std::string_view name);
+  ~TemporaryFile();
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace tobarine
