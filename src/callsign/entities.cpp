@@ -9,8 +9,6 @@
 namespace tobarine {
 namespace {
 
-constexpr unsigned kLargestNumber = 999;
-
 std::string_view column(std::string_view line, std::size_t from, std::size_t to) {
   return line.size() < from ? std::string_view() : trim(line.substr(from - 1, to - from + 1));
 }
@@ -33,7 +31,7 @@ Entity parse_entity(std::string_view line) {
 
 void EntityList::load(const std::filesystem::path& path) {
   std::vector<Entity> entities;
-  std::vector<std::int16_t> index(kLargestNumber + 1, -1);
+  std::vector<std::int16_t> index(kLargestDxcc + 1, -1);
   std::size_t number_of_line = 0;
   for (const std::string& line : read_text_lines(path)) {
     ++number_of_line;
@@ -76,7 +74,7 @@ unsigned dxcc_number(std::string_view text) {
   unsigned number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   const bool whole = error == std::errc() && end == text.data() + text.size();
-  return whole && number <= kLargestNumber ? number : 0;
+  return whole && number <= kLargestDxcc ? number : 0;
 }
 
 }  // namespace tobarine

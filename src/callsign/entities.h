@@ -15,6 +15,8 @@
 
 namespace tobarine {
 
+inline constexpr unsigned kLargestDxcc = 999;
+
 struct Entity {
   std::uint16_t number;   // DXCC number, 1 .. 999
   std::string prefix;     // as Japanese operators write it: "JA", "W", "KH6", "KL", "UA0"

@@ -69,14 +69,15 @@ void DxccToHamlog::load(const std::filesystem::path& path) {
                     column(line, 25, 50)});
   }
   rows_ = std::move(rows);
+  index_.assign(kLargestDxcc + 1, -1);
+  for (std::size_t i = rows_.size(); i-- > 0;) {
+    index_[rows_[i].dxcc] = static_cast<std::int16_t>(i);
+  }
 }
 
 const CodeRow* DxccToHamlog::find(unsigned dxcc) const {
-  if (dxcc == 0) return nullptr;
-  for (const CodeRow& row : rows_) {
-    if (row.dxcc == dxcc) return &row;
-  }
-  return nullptr;
+  if (dxcc == 0 || dxcc >= index_.size() || index_[dxcc] < 0) return nullptr;
+  return &rows_[static_cast<std::size_t>(index_[dxcc])];
 }
 
 std::string h2l_file_text(const std::vector<CodeRow>& rows) {

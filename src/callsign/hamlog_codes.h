@@ -7,6 +7,7 @@
 // A blank code is one that nobody has entered yet.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -53,6 +54,7 @@ class DxccToHamlog {
 
  private:
   std::vector<CodeRow> rows_;
+  std::vector<std::int16_t> index_;  // by DXCC number; -1: none
 };
 
 // The files' texts (UTF-8, lines ended by LF).

@@ -14,7 +14,7 @@ constexpr std::size_t kDateColumn = 1;
 
 void report_line(const WrittenLine& written, bool dropped, const HamlogColumns& columns,
                  std::size_t line, FindingLog& findings) {
-  const std::string& call = columns[0];
+  const std::string_view call = columns[0];
   if (written.quotes_dropped > 0) {
     findings.add(FindingKind::kQuoteDropped, line, call,
                  std::to_string(written.quotes_dropped) + " 個");
@@ -27,7 +27,7 @@ void report_line(const WrittenLine& written, bool dropped, const HamlogColumns& 
     findings.add(FindingKind::kDroppedNoDate, line, call, "");
     return;
   }
-  for (const std::string& column : columns) {
+  for (const std::string_view column : columns) {
     if (!contains(column, kDropMark)) continue;
     findings.add(FindingKind::kDroppedSlashes, line, call, column);
     return;

@@ -18,10 +18,12 @@ constexpr std::size_t kLongestFreq = 7;  // bytes
 constexpr std::size_t kLongestHamlogMode = 3;
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
-bool contains_ignoring_case(std::string_view text, std::string_view part) {
-  for (std::size_t at = text.find(part[0]); at != std::string_view::npos;
-       at = text.find(part[0], at + 1)) {
-    if (equal_ignoring_case(text.substr(at, part.size()), part)) return true;
+// Whether a tag such as "<EOR>" stands in the text, in whatever case.
+bool has_tag(std::string_view text, std::string_view tag) {
+  for (std::size_t at = text.find('<'); at < text.size() && at + tag.size() <= text.size();
+       at = text.find('<', at + 1)) {
+    const bool may_be = ((text[at + 1] ^ tag[1]) & ~0x20) == 0;
+    if (may_be && equal_ignoring_case(text.substr(at, tag.size()), tag)) return true;
   }
   return false;
 }
@@ -107,33 +109,27 @@ std::string tag_text(std::string_view field, bool counted_in_bytes) {
   return from_cp932(to_cp932(field).substr(0, char_count(text)));
 }
 
-void value_of(std::string_view field, bool counted_in_bytes, std::string& value) {
+// The value in the field; points into the field or into `scratch`.
+std::string_view value_of(std::string_view field, bool counted_in_bytes, std::string& scratch) {
   const std::size_t end = field.find('>');
-  if (end == std::string_view::npos) {
-    value = field;
-    return;
-  }
-  const std::string_view head = field.substr(0, end + 1);
+  if (end == std::string_view::npos) return field;
   const std::string_view rest = field.substr(end + 1);
-  const bool plain = !counted_in_bytes || is_ascii(head);
-  if (plain && rest.find('>') == std::string_view::npos) {  // nothing to take out of the rest
-    value = rest;
-    return;
-  }
-  value = field;
+  const bool plain = !counted_in_bytes || is_ascii(field.substr(0, end + 1));
+  if (plain && !contains(rest, ">")) return rest;  // nothing to take out of the rest
+  scratch = field;
   const std::string taken = tag_text(field, counted_in_bytes);
-  if (!taken.empty()) replace_all(value, taken, "");
+  if (!taken.empty()) replace_all(scratch, taken, "");
+  return scratch;
 }
 
 // yyyymmdd to "YYYY/MM/DD", hhmm.. to "HH:MM", by position, whatever the characters are.
-std::string date_with_slashes(std::string_view d) {
-  std::string result(left_chars(d, 4));
-  return result.append("/").append(mid_chars(d, 4, 2)).append("/").append(right_chars(d, 2));
+void set_date(std::string_view d, std::string& result) {
+  result.assign(left_chars(d, 4)).append("/").append(mid_chars(d, 4, 2));
+  result.append("/").append(right_chars(d, 2));
 }
 
-std::string time_with_colon(std::string_view t) {
-  std::string result(left_chars(t, 2));
-  return result.append(":").append(mid_chars(t, 2, 2));
+void set_time(std::string_view t, std::string& result) {
+  result.assign(left_chars(t, 2)).append(":").append(mid_chars(t, 2, 2));
 }
 
 bool is_blank(std::string_view text) { return trim(text).empty(); }
@@ -166,7 +162,7 @@ AdifFileInfo scan_adif(const std::filesystem::path& path) {
   std::string_view line;
   while (lines.next(line)) {
     if (lines.line() == 1) marked = line.starts_with(kUtf8Mark);
-    if (contains_ignoring_case(line, "<CALL:")) ++info.contacts;
+    if (has_tag(line, "<CALL:")) ++info.contacts;
     if (is_ascii(line)) continue;
     valid_utf8 = valid_utf8 && is_valid_utf8(line);
     text.clear();
@@ -180,7 +176,7 @@ AdifRecordReader::AdifRecordReader(const std::filesystem::path& path, bool utf8)
     : lines_(path), utf8_(utf8) {
   std::string_view line;
   for (std::size_t i = 0; i < kHeaderLines && lines_.next(line); ++i) {
-    if (contains_ignoring_case(line, "<EOH>")) break;
+    if (has_tag(line, "<EOH>")) break;
   }
 }
 
@@ -214,7 +210,7 @@ bool AdifRecordReader::next(std::string& record) {
         break;
       }
       ++count;
-      ended = contains_ignoring_case(std::string_view(record).substr(before), "<EOR>");
+      ended = has_tag(std::string_view(record).substr(before), "<EOR>");
     }
     if (!is_blank(record)) {
       cut_ = !ended && !at_end;
@@ -235,6 +231,8 @@ std::uint64_t AdifParser::find_tags(std::string_view field) {
     for (const std::uint8_t i : tags_ending_with(head.back())) {
       const Tag& tag = kTags[i];
       if (head.size() < tag.name.size()) continue;
+      const char last_but_one = head[head.size() - 2];
+      if (((last_but_one ^ tag.name[tag.name.size() - 2]) & ~0x20) != 0) continue;
       if (tag.place == Tag::kAtStart && head.size() != tag.name.size()) continue;
       if (!equal_ignoring_case(head.substr(head.size() - tag.name.size()), tag.name)) continue;
       if (tag.length == '\0' || tag.length == behind) {
@@ -250,16 +248,18 @@ std::uint64_t AdifParser::find_tags(std::string_view field) {
 
 void AdifParser::read_field(std::string_view field, QsoRecord& r) {
   const std::uint64_t found = find_tags(field);
+  if (found == 0 && mode_settled_) return;
   tags_seen_ |= found;
   for (std::size_t tag = 0; found >> tag != 0; ++tag) {
     if ((found & bit(tag)) != 0) set_field(tag, field, r);
   }
+  derive(found, r);
 }
 
 void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r) {
-  std::string value;
-  value_of(field, tag == kName || tag == kQth || tag == kComment, value);
-  if (tag != kCall && tag != kAge && tag != kMode) trim_in_place(value);
+  std::string_view value =
+      value_of(field, tag == kName || tag == kQth || tag == kComment, scratch_);
+  if (tag != kCall && tag != kAge && tag != kMode) value = trim(value);
   switch (tag) {
     case kCall: r.call = value; break;
     case kAge: r.age = value; break;
@@ -270,19 +270,19 @@ void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r
       if (cp932_length(value) > kLongestFreq) {
         r.freq = left_chars(value, kLongestFreq);
         // Zeros behind the point are no loss.
-        if (value.find_first_not_of('0', r.freq.size()) != std::string::npos) cut_value_ = value;
+        if (value.find_first_not_of('0', r.freq.size()) != std::string_view::npos) cut_value_ = value;
       }
       break;
     case kBand: r.band = value; break;
     case kRstSent: r.his_rst = value; break;
     case kRstRcvd: r.my_rst = value; break;
     case kMode: r.mode = value; break;
-    case kCqz: r.cqz = "CQZ:" + value; break;
-    case kItuz: r.ituz = "ITUZ:" + value; break;
+    case kCqz: r.cqz.assign("CQZ:").append(value); break;
+    case kItuz: r.ituz.assign("ITUZ:").append(value); break;
     case kState: r.state = value; break;
-    case kCnty: r.cnty = "CNTY:" + value; break;
+    case kCnty: r.cnty.assign("CNTY:").append(value); break;
     case kQslVia:
-      r.qsl_via = "@" + value;
+      r.qsl_via.assign("@").append(value);
       r.qsl[0] = 'J';
       break;
     case kQslSent:
@@ -297,38 +297,43 @@ void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r
     case kDxcc: r.dxcc = value; break;
     case kQsoDate:
       r.qso_date = value;
-      r.date = date_with_slashes(value);
+      set_date(value, r.date);
       break;
     case kTimeOn4:
     case kTimeOn6:
       r.time_on = left_chars(value, 4);
-      r.time = time_with_colon(value);
+      set_time(value, r.time);
       break;
-    case kJcc: r.jcc = r.code = value; break;
-    case kJcg: r.jcg = r.code = value; break;
-    case kQsoDate8: r.date8 = date_with_slashes(value); break;
-    case kTime6: r.time6 = time_with_colon(value); break;
+    case kJcc: r.code = r.jcc = value; break;
+    case kJcg: r.code = r.jcg = value; break;
+    case kQsoDate8: set_date(value, r.date8); break;
+    case kTime6: set_time(value, r.time6); break;
     case kSection: r.section = value; break;
     case kSrx: r.srx = value; break;
     case kStx: r.stx = value; break;
     case kOperator: r.operator_call = value; break;
-    case kExchange1: r.n1mm_exchange1 = r.jcc = value; break;
+    case kExchange1: r.jcc = r.n1mm_exchange1 = value; break;
     case kPoints: r.n1mm_points = value; break;
     case kRadioNr: r.n1mm_radio_nr = value; break;
     default: break;
   }
 }
 
-// Looked at again after every field: what a later tag says outright replaces what was derived.
-void AdifParser::derive(QsoRecord& r) const {
-  if (is_blank(r.freq)) {
-    if (!is_blank(r.band)) hamlog_freq_from_band(bands_, r);
-  } else if (is_blank(r.band)) {
-    r.band = band_from_freq(r.freq);
+// After every field: what a later tag says outright replaces what was derived. The band is looked at
+// only when the field changed something, the mode until the table changes it no more.
+void AdifParser::derive(std::uint64_t found, QsoRecord& r) {
+  if ((found & (bit(kFreq) | bit(kBand))) != 0) {
+    if (is_blank(r.freq)) {
+      if (!is_blank(r.band)) hamlog_freq_from_band(bands_, r);
+    } else if (is_blank(r.band)) {
+      r.band = band_from_freq(r.freq);
+    }
   }
-  if (r.mode.size() > kLongestHamlogMode && cp932_length(r.mode) > kLongestHamlogMode) {
-    modes_.adif_to_csv(r.mode);
-  }
+  if ((found & bit(kMode)) != 0) mode_settled_ = false;
+  if (mode_settled_) return;
+  scratch_ = r.mode;
+  if (cp932_length(r.mode) > kLongestHamlogMode) modes_.adif_to_csv(r.mode);
+  mode_settled_ = scratch_ == r.mode;
 }
 
 void AdifParser::build_remarks(QsoRecord& r) const {
@@ -336,7 +341,8 @@ void AdifParser::build_remarks(QsoRecord& r) const {
     r.cqz.clear();
     r.ituz.clear();
   }
-  r.rmks1 = r.qsl_via + " " + r.iota + " " + r.cqz + " " + r.ituz;
+  r.rmks1.assign(r.qsl_via).append(" ").append(r.iota).append(" ").append(r.cqz);
+  r.rmks1.append(" ").append(r.ituz);
   r.rmks2 = r.cnty;
   if (remarks_.write_state) {
     const std::string state = (remarks_.state_prefixed ? remarks_.state_prefix : "") + r.state;
@@ -394,10 +400,8 @@ void AdifParser::parse(const std::string& text, std::size_t line, QsoRecord& r,
   tags_seen_ = 0;
   odd_tag_.clear();
   cut_value_.clear();
-  for_each_piece(text, '<', [this, &r](std::string_view field) {
-    read_field(field, r);
-    derive(r);
-  });
+  mode_settled_ = true;
+  for_each_piece(text, '<', [this, &r](std::string_view field) { read_field(field, r); });
   build_remarks(r);
   report(line, r, findings);
 }

@@ -77,7 +77,7 @@ class AdifParser {
   std::uint64_t find_tags(std::string_view field);
   void read_field(std::string_view field, QsoRecord& record);
   void set_field(std::size_t tag, std::string_view field, QsoRecord& record);
-  void derive(QsoRecord& record) const;
+  void derive(std::uint64_t found, QsoRecord& record);
   void build_remarks(QsoRecord& record) const;
   void report(std::size_t line, const QsoRecord& record, FindingLog& findings) const;
 
@@ -85,8 +85,10 @@ class AdifParser {
   const ModeTable& modes_;
   L2hRemarks remarks_;
   std::uint64_t tags_seen_ = 0;  // of the record: bit n is the n-th tag of the tag table
+  bool mode_settled_ = true;     // the table changes the mode no more
   std::string odd_tag_;          // its first date or time tag with an unusual length
   std::string cut_value_;        // its frequency before it was cut
+  std::string scratch_;
 };
 
 }  // namespace tobarine

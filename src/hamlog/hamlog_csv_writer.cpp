@@ -7,20 +7,36 @@ namespace tobarine {
 
 WrittenLine write_hamlog_line(const HamlogColumns& columns, std::string& buffer) {
   WrittenLine result;
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    buffer.append(i == 0 ? "\"" : ",\"");
-    if (!contains(columns[i], "\"")) {
-      result.lacking += encode_cp932(columns[i], buffer);
-    } else {
-      for_each_piece(columns[i], '"', [&](std::string_view piece) {
-        result.lacking += encode_cp932(piece, buffer);
+  const std::size_t before = buffer.size();
+  std::size_t most = 2;
+  for (const std::string_view column : columns) most += column.size() + 3;
+  buffer.resize(before + most);
+  char* out = buffer.data() + before;
+  for (const std::string_view column : columns) {
+    *out++ = '"';
+    std::size_t ascii = 0;
+    for (; ascii < column.size() && static_cast<unsigned char>(column[ascii]) < 0x80; ++ascii) {
+      if (column[ascii] == '"') {
+        ++result.quotes_dropped;
+      } else {
+        *out++ = column[ascii];
+      }
+    }
+    if (ascii < column.size()) {
+      for_each_piece(column.substr(ascii), '"', [&](std::string_view piece) {
+        char* next_out = out;  // a copy, so that the loop's own pointer stays in a register
+        result.lacking += encode_cp932(piece, next_out);
+        out = next_out;
         ++result.quotes_dropped;
       });
       --result.quotes_dropped;
     }
-    buffer += '"';
+    *out++ = '"';
+    *out++ = ',';
   }
-  buffer.append("\r\n");
+  out[-1] = '\r';
+  *out++ = '\n';
+  buffer.resize(static_cast<std::size_t>(out - buffer.data()));
   return result;
 }
 

@@ -25,18 +25,11 @@ std::string_view working_call(std::string_view call) {
 }
 
 // The number of a contest exchange, without its power letter.
-std::string without_power_letters(std::string_view jcc) {
-  std::string code;
+void without_power_letters(std::string_view jcc, std::string& code) {
+  code.clear();
   for (const char c : jcc) {
     if (c != 'H' && c != 'M' && c != 'L' && c != 'P') code += c;
   }
-  return code;
-}
-
-std::string qsl_column(const QsoRecord& r) {
-  std::string column = r.qsl;
-  if (!trim(r.qsl_via).empty() && column[0] == 'J') column[0] = 'M';
-  return column;
 }
 
 }  // namespace
@@ -51,7 +44,9 @@ void L2hRules::apply(const QsoRecord& r, std::size_t line, HamlogColumns& column
   columns[kFreq] = r.freq;
   columns[kMode] = r.mode;
   columns[kGrid] = r.grid;
-  columns[kQsl] = qsl_column(r);
+  qsl_ = r.qsl;
+  if (!trim(r.qsl_via).empty() && qsl_[0] == 'J') qsl_[0] = 'M';
+  columns[kQsl] = qsl_;
   columns[kName] = r.name;
   columns[kRmks1] = r.rmks1;
   columns[kRmks2] = r.rmks2;
@@ -63,11 +58,10 @@ void L2hRules::apply(const QsoRecord& r, std::size_t line, HamlogColumns& column
 
 void L2hRules::set_code_and_qth(const QsoRecord& r, std::string_view working, bool japanese,
                                 std::size_t line, HamlogColumns& columns,
-                                FindingLog& findings) const {
+                                FindingLog& findings) {
   const bool jcc_given = !trim(r.jcc).empty();
   const bool jcg_given = !trim(r.jcg).empty();
-  columns[kCode].clear();
-  columns[kQth].clear();
+  columns[kCode] = columns[kQth] = {};
   if (!japanese) {
     const unsigned dxcc = dxcc_number(r.dxcc);
     const bool by_number =
@@ -80,16 +74,17 @@ void L2hRules::set_code_and_qth(const QsoRecord& r, std::string_view working, bo
     }
     return;
   }
-  const std::string code = jcc_given ? without_power_letters(r.jcc) : jcg_given ? r.jcg : "";
-  if (trim(code).empty()) {
+  code_ = jcg_given ? r.jcg : "";
+  if (jcc_given) without_power_letters(r.jcc, code_);
+  if (trim(code_).empty()) {
     columns[kCode] = "500A";
     columns[kQth] = "Japan";
-  } else if (const JccPlace* place = tables_.jcc.find(code)) {
+  } else if (const JccPlace* place = tables_.jcc.find(code_)) {
     columns[kCode] = place->number;
     columns[kQth] = place->name;
   } else {
-    columns[kCode] = code;
-    findings.add(FindingKind::kUnknownJcc, line, r.call, code);
+    columns[kCode] = code_;
+    findings.add(FindingKind::kUnknownJcc, line, r.call, code_);
   }
 }
 
@@ -111,24 +106,25 @@ void L2hRules::set_date_and_time(const QsoRecord& r, bool japanese, std::size_t 
   const bool by_station = time_mode_ == TimeMode::kJapaneseToJst;
   // Not cleared between contacts and runs: a mode that does not set it repeats the last value.
   if (all || by_station) state_.dx_flag = japanese ? "0" : "8";
-  std::string& date = columns[kDate];
-  std::string& time = columns[kTime];
   if (trim(r.qso_date).empty()) {
-    date = "//";
+    date_ = "//";
   } else {
-    date = mid_chars(r.date, 2, r.date.size());
+    date_ = mid_chars(r.date, 2, r.date.size());
   }
-  time.assign(left_chars(r.time, 5)).append("U");
-  if (!all && !(by_station && japanese)) return;
-  if (const auto jst = shift_utc_to_jst(r.date, r.time)) {
-    const std::string_view d = jst->date;
-    const std::string_view t = jst->time;
-    date.assign(d.substr(0, 2)).append("/").append(d.substr(2, 2)).append("/");
-    date.append(d.substr(4, 2));
-    time.assign(t.substr(0, 2)).append(":").append(t.substr(2));
-  } else if (date != "//") {
-    findings.add(FindingKind::kBadDateOrTime, line, r.call, r.qso_date + " " + r.time_on);
+  time_.assign(left_chars(r.time, 5)).append("U");
+  if (all || (by_station && japanese)) {
+    if (const auto jst = shift_utc_to_jst(r.date, r.time)) {
+      const std::string_view d = jst->date;
+      const std::string_view t = jst->time;
+      date_.assign(d.substr(0, 2)).append("/").append(d.substr(2, 2)).append("/");
+      date_.append(d.substr(4, 2));
+      time_.assign(t.substr(0, 2)).append(":").append(t.substr(2));
+    } else if (date_ != "//") {
+      findings.add(FindingKind::kBadDateOrTime, line, r.call, r.qso_date + " " + r.time_on);
+    }
   }
+  columns[kDate] = date_;
+  columns[kTime] = time_;
 }
 
 }  // namespace tobarine

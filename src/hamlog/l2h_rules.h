@@ -29,8 +29,9 @@ struct L2hState {
 };
 
 // Call, date, time, report sent, report received, frequency, mode, code, grid, QSL, name, QTH,
-// remarks 1, remarks 2, flag; see hamlog_csv.h for their forms.
-using HamlogColumns = std::array<std::string, 15>;
+// remarks 1, remarks 2, flag; see hamlog_csv.h for their forms. The views point into the record, the
+// tables or the rules, and are valid until the next contact.
+using HamlogColumns = std::array<std::string_view, 15>;
 
 class L2hRules {
  public:
@@ -44,7 +45,7 @@ class L2hRules {
 
  private:
   void set_code_and_qth(const QsoRecord& r, std::string_view working_call, bool japanese,
-                        std::size_t line, HamlogColumns& columns, FindingLog& findings) const;
+                        std::size_t line, HamlogColumns& columns, FindingLog& findings);
   void set_foreign(const QsoRecord& r, unsigned dxcc, std::size_t line, HamlogColumns& columns,
                    FindingLog& findings) const;
   void set_date_and_time(const QsoRecord& r, bool japanese, std::size_t line,
@@ -54,6 +55,10 @@ class L2hRules {
   TimeMode time_mode_;
   bool write_qth_;
   L2hState& state_;
+  std::string date_;  // the columns that are made here
+  std::string time_;
+  std::string code_;
+  std::string qsl_;
 };
 
 }  // namespace tobarine
