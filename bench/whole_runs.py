@@ -59,11 +59,16 @@ def main():
         make_hamlog(log, contacts)
         full = ["--set", "Chk_5=1", "--set", "Chk_6=1", "--set", "Chk_8=1", "--set", "Chk_9=1",
                 "--set", "Chk_11=1", "--set", "Chk_16=1"]
+        adif = f"{folder}/log.adi"
+        subprocess.run([CLI, "--quiet", *full, "h2l", log, "-o", adif], check=True)
         commands = {
             "iconv": ["iconv", "-f", "cp932", "-t", "utf-8", "-o", f"{folder}/out.txt", log],
             "h2l": [CLI, "--quiet", "h2l", log, "-o", out],
             "h2l, all options": [CLI, "--quiet", *full, "h2l", log, "-o", out],
             "eqsl": [CLI, "--quiet", "eqsl", log, "-o", out],
+            "iconv of the ADIF": ["iconv", "-f", "cp932", "-t", "utf-8", "-o", f"{folder}/out.txt", adif],
+            "l2h": [CLI, "--quiet", "l2h", adif, "-o", f"{folder}/out.csv"],
+            "l2h, to JST": [CLI, "--quiet", "l2h", "--time", "jst", adif, "-o", f"{folder}/out.csv"],
         }
         best = {name: (float("inf"), 0) for name in commands}
         for _ in range(ROUNDS):
@@ -73,7 +78,9 @@ def main():
         size = os.path.getsize(log)
     print(f"{contacts} contacts, {size / 1e6:.1f} MB, best of {ROUNDS}")
     for name, (seconds, memory) in best.items():
-        print(f"{name:18} {seconds * 1000:7.1f} ms  {seconds / best['iconv'][0]:5.2f} x iconv  "
+        if name.startswith("iconv"):
+            stick = seconds
+        print(f"{name:18} {seconds * 1000:7.1f} ms  {seconds / stick:5.2f} x iconv  "
               f"{contacts / seconds / 1e6:5.2f} M contacts/s  {memory / 1024:5.1f} MB")
 
 

@@ -11,8 +11,8 @@ enum class LogKind { kHamlogCsv, kHamlogHdb, kZlogAll, kZlogZlo, kAdif };
 
 struct LogKindInfo {
   LogKind kind;
-  std::string_view name;   // as on the command line: "csv", "hdb", ...
-  std::string_view label;  // for people
+  std::string_view name;                   // as on the command line: "csv", "hdb", ...
+  std::string_view label;                  // for people
   enum Input { kNone, kH2l, kL2h } input;  // of which conversion it is the input
 };
 

@@ -129,8 +129,7 @@ int convert_l2h(Session& session) {
   const LogKind kind = input_kind(options, LogKindInfo::kL2h);
   const fs::path output =
       options.output.empty() ? output_path(options.input, "csv") : fs::path(options.output);
-  const L2hJob job{options.input, output,
-                   l2h_options(session.settings(), option1_of(options.time)),
+  const L2hJob job{options.input, output, l2h_options(session.settings(), option1_of(options.time)),
                    temporary_folders(session.folder())};
   const ConversionTables tables = session.conversion_tables();
   CallTables calls;
@@ -143,8 +142,9 @@ int convert_l2h(Session& session) {
   const ConversionReport report = run_l2h(job, tables, calls, places, fresh_start, context);
   bar.clear();
   session.trace("変換数: " + std::to_string(report.written));
-  print_run(options, {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
-                      path_text(fs::absolute(output))},
+  print_run(options,
+            {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
+             path_text(fs::absolute(output))},
             report);
   return 0;
 }

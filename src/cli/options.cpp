@@ -27,12 +27,13 @@ class Parser {
     app_.add_flag("--quiet", o_.quiet, "何も表示しない (エラーを除く)");
     add_conversion("h2l", "Hamlog の CSV を Logger32 の ADIF に変換する", Command::kH2l);
     add_conversion("eqsl", "Hamlog の CSV を eQSL.cc の ADIF に変換する", Command::kEqsl);
-    CLI::App* l2h = add(&app_, "l2h", "Logger32 や N1MM の ADIF を Hamlog の CSV に変換する",
-                        Command::kL2h);
+    CLI::App* l2h =
+        add(&app_, "l2h", "Logger32 や N1MM の ADIF を Hamlog の CSV に変換する", Command::kL2h);
     l2h->add_option("INPUT", o_.input, "入力ファイル")->required();
     l2h->add_option("-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .csv)");
-    l2h->add_option("--time", o_.time, "時刻の変換: none 変換なし、jst 全てJST、utc 全てUTC、"
-                                       "ja JA局はJST")
+    l2h->add_option("--time", o_.time,
+                    "時刻の変換: none 変換なし、jst 全てJST、utc 全てUTC、"
+                    "ja JA局はJST")
         ->check(CLI::IsMember({"none", "jst", "utc", "ja"}));
     CLI::App* info = add(&app_, "info", "ファイルの種類と件数を表示する", Command::kInfo);
     info->add_option("INPUT", o_.input, "ログのファイル")->required();

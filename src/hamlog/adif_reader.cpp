@@ -74,13 +74,46 @@ constexpr Tag kTags[] = {
     {"APP_N1MM_RADIO_NR"},
 };
 enum TagIndex : std::size_t {
-  kCall, kAge, kName, kQth, kFreq, kBand, kRstSent, kRstRcvd, kMode, kCqz, kItuz, kState, kCnty,
-  kQslVia, kQslSent, kQslRcvd, kGridsquare, kComment, kIota, kDxcc, kQsoDate, kTimeOn4, kTimeOn6,
-  kJcc, kJcg, kQsoDate8, kTime6, kSection, kSrx, kStx, kOperator, kExchange1, kPoints, kRadioNr,
+  kCall,
+  kAge,
+  kName,
+  kQth,
+  kFreq,
+  kBand,
+  kRstSent,
+  kRstRcvd,
+  kMode,
+  kCqz,
+  kItuz,
+  kState,
+  kCnty,
+  kQslVia,
+  kQslSent,
+  kQslRcvd,
+  kGridsquare,
+  kComment,
+  kIota,
+  kDxcc,
+  kQsoDate,
+  kTimeOn4,
+  kTimeOn6,
+  kJcc,
+  kJcg,
+  kQsoDate8,
+  kTime6,
+  kSection,
+  kSrx,
+  kStx,
+  kOperator,
+  kExchange1,
+  kPoints,
+  kRadioNr,
 };
 static_assert(std::size(kTags) == kRadioNr + 1);
 
-constexpr std::uint64_t bit(std::size_t tag) { return std::uint64_t{1} << tag; }
+constexpr std::uint64_t bit(std::size_t tag) {
+  return std::uint64_t{1} << tag;
+}
 
 // The tags whose name ends with a character, so that few names are compared for each colon.
 const std::vector<std::uint8_t>& tags_ending_with(char c) {
@@ -98,8 +131,8 @@ const std::vector<std::uint8_t>& tags_ending_with(char c) {
   return byte < 128 ? tags[byte] : none;
 }
 
-// What stands in front of a value and is taken out of the field wherever it stands: everything up to
-// the first ">". For names, places and comments as many bytes are taken as there are characters,
+// What stands in front of a value and is taken out of the field wherever it stands: everything up
+// to the first ">". For names, places and comments as many bytes are taken as there are characters,
 // which is the same unless something full-width stands in front.
 std::string tag_text(std::string_view field, bool counted_in_bytes) {
   const std::size_t end = field.find('>');
@@ -132,19 +165,43 @@ void set_time(std::string_view t, std::string& result) {
   result.assign(left_chars(t, 2)).append(":").append(mid_chars(t, 2, 2));
 }
 
-bool is_blank(std::string_view text) { return trim(text).empty(); }
+bool is_blank(std::string_view text) {
+  return trim(text).empty();
+}
 
 // Everything that a record does not inherit from the one before it.
 void reset(QsoRecord& r) {
-  for (std::string QsoRecord::*field :
-       {&QsoRecord::freq, &QsoRecord::mode, &QsoRecord::code, &QsoRecord::grid, &QsoRecord::qsl,
-        &QsoRecord::name, &QsoRecord::qth, &QsoRecord::rmks1, &QsoRecord::rmks2, &QsoRecord::band,
-        &QsoRecord::dxcc, &QsoRecord::jcc, &QsoRecord::jcg, &QsoRecord::state, &QsoRecord::iota,
-        &QsoRecord::qsl_via, &QsoRecord::age, &QsoRecord::cqz, &QsoRecord::ituz, &QsoRecord::cnty,
-        &QsoRecord::date8, &QsoRecord::time6, &QsoRecord::section, &QsoRecord::srx,
-        &QsoRecord::stx, &QsoRecord::operator_call, &QsoRecord::n1mm_exchange1,
-        &QsoRecord::n1mm_points, &QsoRecord::n1mm_radio_nr, &QsoRecord::band_remark,
-        &QsoRecord::band_remark_pos}) {
+  for (std::string QsoRecord::*field : {&QsoRecord::freq,
+                                        &QsoRecord::mode,
+                                        &QsoRecord::code,
+                                        &QsoRecord::grid,
+                                        &QsoRecord::qsl,
+                                        &QsoRecord::name,
+                                        &QsoRecord::qth,
+                                        &QsoRecord::rmks1,
+                                        &QsoRecord::rmks2,
+                                        &QsoRecord::band,
+                                        &QsoRecord::dxcc,
+                                        &QsoRecord::jcc,
+                                        &QsoRecord::jcg,
+                                        &QsoRecord::state,
+                                        &QsoRecord::iota,
+                                        &QsoRecord::qsl_via,
+                                        &QsoRecord::age,
+                                        &QsoRecord::cqz,
+                                        &QsoRecord::ituz,
+                                        &QsoRecord::cnty,
+                                        &QsoRecord::date8,
+                                        &QsoRecord::time6,
+                                        &QsoRecord::section,
+                                        &QsoRecord::srx,
+                                        &QsoRecord::stx,
+                                        &QsoRecord::operator_call,
+                                        &QsoRecord::n1mm_exchange1,
+                                        &QsoRecord::n1mm_points,
+                                        &QsoRecord::n1mm_radio_nr,
+                                        &QsoRecord::band_remark,
+                                        &QsoRecord::band_remark_pos}) {
     (r.*field).clear();
   }
   r.qsl = "   ";
@@ -261,26 +318,51 @@ void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r
       value_of(field, tag == kName || tag == kQth || tag == kComment, scratch_);
   if (tag != kCall && tag != kAge && tag != kMode) value = trim(value);
   switch (tag) {
-    case kCall: r.call = value; break;
-    case kAge: r.age = value; break;
-    case kName: r.name = value; break;
-    case kQth: r.qth = value; break;
+    case kCall:
+      r.call = value;
+      break;
+    case kAge:
+      r.age = value;
+      break;
+    case kName:
+      r.name = value;
+      break;
+    case kQth:
+      r.qth = value;
+      break;
     case kFreq:
       r.freq = value;
       if (cp932_length(value) > kLongestFreq) {
         r.freq = left_chars(value, kLongestFreq);
         // Zeros behind the point are no loss.
-        if (value.find_first_not_of('0', r.freq.size()) != std::string_view::npos) cut_value_ = value;
+        if (value.find_first_not_of('0', r.freq.size()) != std::string_view::npos)
+          cut_value_ = value;
       }
       break;
-    case kBand: r.band = value; break;
-    case kRstSent: r.his_rst = value; break;
-    case kRstRcvd: r.my_rst = value; break;
-    case kMode: r.mode = value; break;
-    case kCqz: r.cqz.assign("CQZ:").append(value); break;
-    case kItuz: r.ituz.assign("ITUZ:").append(value); break;
-    case kState: r.state = value; break;
-    case kCnty: r.cnty.assign("CNTY:").append(value); break;
+    case kBand:
+      r.band = value;
+      break;
+    case kRstSent:
+      r.his_rst = value;
+      break;
+    case kRstRcvd:
+      r.my_rst = value;
+      break;
+    case kMode:
+      r.mode = value;
+      break;
+    case kCqz:
+      r.cqz.assign("CQZ:").append(value);
+      break;
+    case kItuz:
+      r.ituz.assign("ITUZ:").append(value);
+      break;
+    case kState:
+      r.state = value;
+      break;
+    case kCnty:
+      r.cnty.assign("CNTY:").append(value);
+      break;
     case kQslVia:
       r.qsl_via.assign("@").append(value);
       r.qsl[0] = 'J';
@@ -290,11 +372,21 @@ void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r
       if (value == "Y") r.qsl[0] = 'J';
       r.qsl[1] = value == "Y" ? '*' : ' ';
       break;
-    case kQslRcvd: r.qsl[2] = value == "Y" ? '*' : ' '; break;
-    case kGridsquare: r.grid = value; break;
-    case kComment: r.comment = value; break;
-    case kIota: r.iota = value; break;
-    case kDxcc: r.dxcc = value; break;
+    case kQslRcvd:
+      r.qsl[2] = value == "Y" ? '*' : ' ';
+      break;
+    case kGridsquare:
+      r.grid = value;
+      break;
+    case kComment:
+      r.comment = value;
+      break;
+    case kIota:
+      r.iota = value;
+      break;
+    case kDxcc:
+      r.dxcc = value;
+      break;
     case kQsoDate:
       r.qso_date = value;
       set_date(value, r.date);
@@ -304,23 +396,46 @@ void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r
       r.time_on = left_chars(value, 4);
       set_time(value, r.time);
       break;
-    case kJcc: r.code = r.jcc = value; break;
-    case kJcg: r.code = r.jcg = value; break;
-    case kQsoDate8: set_date(value, r.date8); break;
-    case kTime6: set_time(value, r.time6); break;
-    case kSection: r.section = value; break;
-    case kSrx: r.srx = value; break;
-    case kStx: r.stx = value; break;
-    case kOperator: r.operator_call = value; break;
-    case kExchange1: r.jcc = r.n1mm_exchange1 = value; break;
-    case kPoints: r.n1mm_points = value; break;
-    case kRadioNr: r.n1mm_radio_nr = value; break;
-    default: break;
+    case kJcc:
+      r.code = r.jcc = value;
+      break;
+    case kJcg:
+      r.code = r.jcg = value;
+      break;
+    case kQsoDate8:
+      set_date(value, r.date8);
+      break;
+    case kTime6:
+      set_time(value, r.time6);
+      break;
+    case kSection:
+      r.section = value;
+      break;
+    case kSrx:
+      r.srx = value;
+      break;
+    case kStx:
+      r.stx = value;
+      break;
+    case kOperator:
+      r.operator_call = value;
+      break;
+    case kExchange1:
+      r.jcc = r.n1mm_exchange1 = value;
+      break;
+    case kPoints:
+      r.n1mm_points = value;
+      break;
+    case kRadioNr:
+      r.n1mm_radio_nr = value;
+      break;
+    default:
+      break;
   }
 }
 
-// After every field: what a later tag says outright replaces what was derived. The band is looked at
-// only when the field changed something, the mode until the table changes it no more.
+// After every field: what a later tag says outright replaces what was derived. The band is looked
+// at only when the field changed something, the mode until the table changes it no more.
 void AdifParser::derive(std::uint64_t found, QsoRecord& r) {
   if ((found & (bit(kFreq) | bit(kBand))) != 0) {
     if (is_blank(r.freq)) {
@@ -389,7 +504,7 @@ void AdifParser::report(std::size_t line, const QsoRecord& r, FindingLog& findin
   if (!names.empty()) findings.add(FindingKind::kCarriedOver, line, r.call, names);
   if (!odd_tag_.empty()) findings.add(FindingKind::kOddTagLength, line, r.call, "<" + odd_tag_);
   if (!cut_value_.empty()) findings.add(FindingKind::kValueCut, line, r.call, cut_value_);
-  if (r.mode.size() > kLongestHamlogMode && cp932_length(r.mode) > kLongestHamlogMode) {
+  if (cp932_length(trim(r.mode)) > kLongestHamlogMode) {
     findings.add(FindingKind::kUnknownMode, line, r.call, r.mode);
   }
 }

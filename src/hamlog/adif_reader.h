@@ -1,6 +1,6 @@
 // ADIF as Logger32 and N1MM write it, read tolerantly: the lengths of tags are not used, a value is
-// everything from the tag's ">" to the next "<". A file is CP932, or UTF-8 when it says so or can be
-// nothing else.
+// everything from the tag's ">" to the next "<". A file is CP932, or UTF-8 when it says so or can
+// be nothing else.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@ namespace tobarine {
 
 struct AdifFileInfo {
   std::size_t contacts = 0;  // lines with a CALL tag: several contacts on one line count once
-  bool utf8 = false;  // begins with the UTF-8 mark, or is valid UTF-8 and not valid CP932
+  bool utf8 = false;         // begins with the UTF-8 mark, or is valid UTF-8 and not valid CP932
 };
 
 // Reads the whole file once. Throws FileError, RecordError.
@@ -68,9 +68,9 @@ class AdifParser {
       : bands_(bands), modes_(modes), remarks_(std::move(remarks)) {}
 
   // Fills `record` from the text of one record. Call, date, time, reports, QSL_SENT and comment are
-  // not reset before: a record that lacks one of those tags keeps the value of the record before it.
-  // Tags are found anywhere in a field, so that MY_STATE counts as STATE; this is how such files
-  // have always been read here.
+  // not reset before: a record that lacks one of those tags keeps the value of the record before
+  // it. Tags are found anywhere in a field, so that MY_STATE counts as STATE; this is how such
+  // files have always been read here.
   void parse(const std::string& text, std::size_t line, QsoRecord& record, FindingLog& findings);
 
  private:

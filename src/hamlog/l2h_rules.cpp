@@ -8,8 +8,21 @@ namespace tobarine {
 namespace {
 
 enum Column : std::size_t {
-  kCall, kDate, kTime, kHisRst, kMyRst, kFreq, kMode, kCode, kGrid, kQsl, kName, kQth, kRmks1,
-  kRmks2, kDxFlag,
+  kCall,
+  kDate,
+  kTime,
+  kHisRst,
+  kMyRst,
+  kFreq,
+  kMode,
+  kCode,
+  kGrid,
+  kQsl,
+  kName,
+  kQth,
+  kRmks1,
+  kRmks2,
+  kDxFlag,
 };
 
 constexpr unsigned kJapan = 339;
@@ -57,15 +70,13 @@ void L2hRules::apply(const QsoRecord& r, std::size_t line, HamlogColumns& column
 }
 
 void L2hRules::set_code_and_qth(const QsoRecord& r, std::string_view working, bool japanese,
-                                std::size_t line, HamlogColumns& columns,
-                                FindingLog& findings) {
+                                std::size_t line, HamlogColumns& columns, FindingLog& findings) {
   const bool jcc_given = !trim(r.jcc).empty();
   const bool jcg_given = !trim(r.jcg).empty();
   columns[kCode] = columns[kQth] = {};
   if (!japanese) {
     const unsigned dxcc = dxcc_number(r.dxcc);
-    const bool by_number =
-        !trim(r.dxcc).empty() && dxcc != kJapan && !jcc_given && !jcg_given;
+    const bool by_number = !trim(r.dxcc).empty() && dxcc != kJapan && !jcc_given && !jcg_given;
     if (by_number) {
       set_foreign(r, dxcc, line, columns, findings);
     } else {
@@ -119,9 +130,10 @@ void L2hRules::set_date_and_time(const QsoRecord& r, bool japanese, std::size_t 
       date_.assign(d.substr(0, 2)).append("/").append(d.substr(2, 2)).append("/");
       date_.append(d.substr(4, 2));
       time_.assign(t.substr(0, 2)).append(":").append(t.substr(2));
-    } else if (date_ != "//") {
-      findings.add(FindingKind::kBadDateOrTime, line, r.call, r.qso_date + " " + r.time_on);
     }
+  }
+  if (date_ != "//" && !is_date_and_time(r.date, r.time)) {
+    findings.add(FindingKind::kBadDateOrTime, line, r.call, r.qso_date + " " + r.time_on);
   }
   columns[kDate] = date_;
   columns[kTime] = time_;

@@ -29,8 +29,8 @@ struct L2hState {
 };
 
 // Call, date, time, report sent, report received, frequency, mode, code, grid, QSL, name, QTH,
-// remarks 1, remarks 2, flag; see hamlog_csv.h for their forms. The views point into the record, the
-// tables or the rules, and are valid until the next contact.
+// remarks 1, remarks 2, flag; see hamlog_csv.h for their forms. The views point into the record,
+// the tables or the rules, and are valid until the next contact.
 using HamlogColumns = std::array<std::string_view, 15>;
 
 class L2hRules {

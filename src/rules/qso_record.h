@@ -40,9 +40,9 @@ struct QsoRecord {
 
   // Read from ADIF only.
   std::string age;
-  std::string cqz;   // "CQZ:" and the zone
-  std::string ituz;  // "ITUZ:" and the zone
-  std::string cnty;  // "CNTY:" and the county
+  std::string cqz;    // "CQZ:" and the zone
+  std::string ituz;   // "ITUZ:" and the zone
+  std::string cnty;   // "CNTY:" and the county
   std::string date8;  // "YYYY/MM/DD", from a date whose length was written as 8
   std::string time6;  // "HH:MM", from a time whose length was written as 6
   std::string section;

@@ -2,21 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "tables.h"
 #include "test_folder.h"
 #include "text/error.h"
 #include "text/strings.h"
 
 namespace tobarine {
 namespace {
-
-const CallAnalysis& delivered() {
-  static const CallAnalysis analysis = [] {
-    CallAnalysis loaded;
-    loaded.load(TOBARINE_DATA);
-    return loaded;
-  }();
-  return analysis;
-}
 
 struct Row {
   const char* call;
@@ -25,7 +17,7 @@ struct Row {
 
 void expect_prefixes(std::initializer_list<Row> rows) {
   for (const Row& row : rows)
-    EXPECT_EQ(delivered().find(row.call).prefix(), row.prefix) << row.call;
+    EXPECT_EQ(delivered<CallTables>().calls.find(row.call).prefix(), row.prefix) << row.call;
 }
 
 TEST(CallAnalysis, PlainCalls) {
@@ -104,13 +96,16 @@ TEST(CallAnalysis, TheShorterKnownSideIsThePlace) {
 
 TEST(CallAnalysis, WhatIsNoCallHasNoEntity) {
   for (const char* call : {"", " ", "/", "//", "/P", "XX", "0", "QQ1ABC", "ＪＡ１", "1/2/3/4"}) {
-    EXPECT_EQ(delivered().find(call).entity, nullptr) << call;
+    EXPECT_EQ(delivered<CallTables>().calls.find(call).entity, nullptr) << call;
   }
-  EXPECT_EQ(delivered().find(std::string(1000, 'W') + "/" + std::string(1000, '1')).prefix(), "W");
+  EXPECT_EQ(delivered<CallTables>()
+                .calls.find(std::string(1000, 'W') + "/" + std::string(1000, '1'))
+                .prefix(),
+            "W");
 }
 
 TEST(CallAnalysis, ZonesOfTheCallItself) {
-  const CallPlace w7 = delivered().find("KH6XX/7");
+  const CallPlace w7 = delivered<CallTables>().calls.find("KH6XX/7");
   EXPECT_EQ(w7.cq_zone, 3);
   EXPECT_EQ(w7.itu_zone, 6);
   EXPECT_EQ(w7.continent, "NA");

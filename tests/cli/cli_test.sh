@@ -48,6 +48,12 @@ equal log.adi "$source/tests/data/sample_defaults.adi"
 check "eqsl with settings" 0 '処理終了' "$cli" eqsl log.csv -o e.adi --set Chk_5=1 --set Chk_6=1 \
   --set Chk_7=1 --set Chk_9=1 --set Chk_11=1
 equal e.adi "$source/tests/data/sample_eqsl.adi"
+check "l2h" 0 '変換数: 16 件' "$cli" l2h "$source/samples/logger32.adi" -o l.csv
+equal l.csv "$source/tests/data/logger32_defaults.csv"
+check "l2h to JST" 0 '変換数: 8 件' "$cli" l2h "$source/samples/n1mm.adi" -o n.csv --time jst \
+  --set Chk_9=1 --set Chk_10=1 --set Op_2=1 --set Chk_16=1
+equal n.csv "$source/tests/data/n1mm_jst.csv"
+check "wrong time option" 2 'time' "$cli" l2h "$source/samples/n1mm.adi" --time gmt
 check "report" 0 'gigahertz-text' "$cli" --json h2l log.csv
 check "report" 0 'JA3QRR  10G' "$cli" --report h2l log.csv
 "$cli" --quiet h2l log.csv >quiet.txt 2>&1
@@ -89,6 +95,11 @@ refused "no such folder" "$cli" h2l log.csv -o none/out.adi
 refused "no home" "$cli" --home "$dir/none" h2l log.csv
 refused "not a log" "$cli" h2l "$source/LICENSE"
 refused "wrong kind" "$cli" h2l log.adi
+refused "wrong kind" "$cli" l2h log.csv
+refused "l2h on a full disk" "$cli" l2h log.adi -o /dev/full
+refused "l2h of a folder" "$cli" l2h . -o x.csv
+cp random.csv random.adi
+check "random bytes as ADIF" 0 '処理終了' "$cli" l2h random.adi
 if [ "$(id -u)" -ne 0 ]; then
   cp log.csv secret.csv && chmod 000 secret.csv
   refused "no permission" "$cli" h2l secret.csv

@@ -4,30 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "hamlog/hamlog_csv.h"
+#include "tables.h"
 #include "test_folder.h"
 #include "text/error.h"
 #include "text/strings.h"
 
 namespace tobarine {
 namespace {
-
-const CallTables& calls() {
-  static const CallTables tables = [] {
-    CallTables loaded;
-    loaded.load(TOBARINE_DATA);
-    return loaded;
-  }();
-  return tables;
-}
-
-const ConversionTables& tables() {
-  static const ConversionTables tables = [] {
-    ConversionTables loaded;
-    loaded.load(TOBARINE_DATA);
-    return loaded;
-  }();
-  return tables;
-}
 
 // The columns of a contact, with a plain contact's values where a test says nothing.
 struct Contact {
@@ -49,8 +32,9 @@ class H2l : public ::testing::Test {
   // The UTF-8 text of the records written for a log.
   std::string run(AdifTarget target, const std::string& log) {
     const H2lJob job{folder_.text("in.csv", log), folder_ / "out.adi", options_};
-    report_ = target == AdifTarget::kEqsl ? run_eqsl(job, tables(), calls(), {})
-                                          : run_h2l(job, tables(), calls(), {});
+    report_ = target == AdifTarget::kEqsl
+                  ? run_eqsl(job, delivered<ConversionTables>(), delivered<CallTables>(), {})
+                  : run_h2l(job, delivered<ConversionTables>(), delivered<CallTables>(), {});
     const std::string text = from_cp932(TestFolder::bytes_of(job.output));
     return text.substr(text.find("<EOH>") + 9);
   }
@@ -251,7 +235,9 @@ TEST_F(H2l, InputsThatAreRefusedLeaveTheOutputAlone) {
   EXPECT_EQ(TestFolder::bytes_of(output), "old");
   const auto input = folder_.text("same.csv", Contact{}.line());
   std::filesystem::create_hard_link(input, folder_ / "link.adi");
-  EXPECT_THROW(run_h2l({input, folder_ / "link.adi", {}}, tables(), calls(), {}), UsageError);
+  EXPECT_THROW(run_h2l({input, folder_ / "link.adi", {}}, delivered<ConversionTables>(),
+                       delivered<CallTables>(), {}),
+               UsageError);
   EXPECT_EQ(TestFolder::bytes_of(input), Contact{}.line());
   EXPECT_EQ(run(AdifTarget::kLogger32, ""), "");
   EXPECT_EQ(report_.read, 0U);
@@ -259,7 +245,8 @@ TEST_F(H2l, InputsThatAreRefusedLeaveTheOutputAlone) {
 
 TEST_F(H2l, BrokenBytesPassThroughAndAreTold) {
   const auto input = folder_.file("in.csv", "JA1\x85\x40,24/05/01,21:05J,59,59,7,CW,,,,,,\xFD,,\n");
-  report_ = run_h2l({input, folder_ / "out.adi", {}}, tables(), calls(), {});
+  report_ = run_h2l({input, folder_ / "out.adi", {}}, delivered<ConversionTables>(),
+                    delivered<CallTables>(), {});
   const std::string bytes = TestFolder::bytes_of(folder_ / "out.adi");
   EXPECT_TRUE(contains(bytes, "<CALL:5>JA1\x85\x40 "));
   EXPECT_TRUE(contains(bytes, "<COMMENT:1>\xFD "));

@@ -1,0 +1,18 @@
+// The delivered tables, loaded once for all tests.
+#pragma once
+
+#include "convert/reference_tables.h"
+
+namespace tobarine {
+
+template <typename Tables>
+const Tables& delivered() {
+  static const Tables tables = [] {
+    Tables loaded;
+    loaded.load(TOBARINE_DATA);
+    return loaded;
+  }();
+  return tables;
+}
+
+}  // namespace tobarine
