@@ -39,6 +39,7 @@ class Parser {
     info->add_option("INPUT", o_.input, "ログのファイル")->required();
     add_lookups();
     add_builders();
+    add_jarl();
   }
 
   ParsedOptions parse(int argc, char** argv) {
@@ -103,6 +104,16 @@ class Parser {
                           "l2h_cty.mas に書く",
                           Command::kBuildCodes);
     codes->add_option("HAMLOG.csv", o_.input, "Hamlog の CSV")->required();
+  }
+
+  void add_jarl() {
+    CLI::App* jarl = app_.add_subcommand("jarl", "JARL の JCC、JCG、区のリスト");
+    jarl->require_subcommand(1);
+    jarl->fallthrough();
+    jarl->add_option("--url", o_.url, "リストのある場所 (無ければ JARL)");
+    jarl->add_option("--timeout", o_.timeout, "待つ秒数");
+    add(jarl, "check", "新しいリストがあるか調べる", Command::kJarlCheck);
+    add(jarl, "download", "リストをプログラムフォルダーに取り込む", Command::kJarlDownload);
   }
 
   CliOptions o_;

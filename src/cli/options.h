@@ -16,7 +16,9 @@ enum class Command {
   kLookupJcc,
   kBuildDxcc,
   kBuildJcc,
-  kBuildCodes
+  kBuildCodes,
+  kJarlCheck,
+  kJarlDownload
 };
 
 struct CliOptions {
@@ -34,6 +36,8 @@ struct CliOptions {
   std::string time = "none";  // none, jst, utc, ja
   std::string date;           // yyyymmdd
   std::vector<std::string> items;
+  std::string url;    // of the JARL lists; empty: the league's own
+  long timeout = 60;  // seconds
 };
 
 struct ParsedOptions {

@@ -62,6 +62,10 @@ const VerdictText& text_of(CodeVerdict::Kind kind) {
 
 }  // namespace
 
+void print_note(const CliOptions& options, std::string_view text) {
+  if (!options.quiet) std::cerr << text << '\n';
+}
+
 void print_run(const CliOptions& options, const RunNames& names, const ConversionReport& report) {
   if (report.stopped_by) std::cerr << *report.stopped_by << '\n';
   if (options.quiet) return;
@@ -194,6 +198,39 @@ void print_jcc_build(const CliOptions& options, const JccBuild& built, const Jcc
   print_lines("確認して下さい", built.problems);
   std::cout << "処理終了\n";
   std::cerr << "出力: " << output << '\n';
+}
+
+void print_jarl_dates(const CliOptions& options, const std::array<std::string, 3>& server,
+                      const std::array<std::string, 3>& ours) {
+  if (options.quiet) return;
+  Json json = Json::array();
+  for (std::size_t i = 0; i < server.size(); ++i) {
+    // Dates compare as texts; what was fetched before under another form of date counts as old.
+    const bool is_new = server[i] > ours[i] || !ours[i].starts_with("2");
+    json.push_back(
+        {{"file", kListFiles[i]}, {"server", server[i]}, {"ours", ours[i]}, {"new", is_new}});
+    if (options.json) continue;
+    std::cout << kListFiles[i] << ": サーバー " << server[i] << "  取り込み済み "
+              << (ours[i].empty() ? "なし" : ours[i]) << (is_new ? "  新しいリストがあります" : "")
+              << '\n';
+  }
+  if (options.json) print_json(json, 2);
+}
+
+void print_jarl_download(const CliOptions& options, const JarlLists& fetched,
+                         const std::string& folder) {
+  if (options.quiet) return;
+  Json json = {{"folder", folder}, {"lists", Json::array()}};
+  for (std::size_t i = 0; i < kListFiles.size(); ++i) {
+    json["lists"].push_back({{"file", kListFiles[i]}, {"date", fetched.dates[i]}});
+    if (!options.json) std::cout << kListFiles[i] << ": " << fetched.dates[i] << '\n';
+  }
+  if (options.json) {
+    print_json(json, 2);
+    return;
+  }
+  std::cout << "処理終了\n";
+  std::cerr << "出力: " << folder << "\nJCC_JCG.mas を作るには: tobarine-cli build jcc\n";
 }
 
 void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& verdicts,

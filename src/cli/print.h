@@ -2,6 +2,7 @@
 // short notes on standard error.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstddef>
 #include <optional>
@@ -14,9 +15,13 @@
 #include "convert/report.h"
 #include "reference/code_learner.h"
 #include "reference/dxcc_builder.h"
+#include "reference/jarl_lists.h"
 #include "reference/jcc_builder.h"
 
 namespace tobarine {
+
+// A line on standard error, unless --quiet.
+void print_note(const CliOptions& options, std::string_view text);
 
 struct RunNames {
   std::string_view kind;
@@ -43,6 +48,12 @@ void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std
 void print_jcc(const CliOptions& options, const std::string& number, const JccPlace* place);
 void print_jcc_build(const CliOptions& options, const JccBuild& built, const JccChanges& changes,
                      const std::string& output);
+// Dates in the order of the lists: on the server, and of the lists last fetched (empty: none).
+void print_jarl_dates(const CliOptions& options, const std::array<std::string, 3>& server,
+                      const std::array<std::string, 3>& ours);
+void print_jarl_download(const CliOptions& options, const JarlLists& fetched,
+                         const std::string& folder);
+
 void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& verdicts,
                    const std::vector<std::string>& files);
 

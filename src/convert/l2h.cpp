@@ -1,6 +1,7 @@
 #include "convert/l2h.h"
 
 #include "hamlog/hamlog_csv_writer.h"
+#include "text/error.h"
 #include "text/input_file.h"
 #include "text/output_file.h"
 #include "text/strings.h"
@@ -86,6 +87,9 @@ ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, cons
                          const PlaceTables& places, L2hState& state, const RunContext& context) {
   refuse_same_file(job.input, job.output);
   const AdifFileInfo info = scan_adif(job.input);
+  if (!info.is_adif) {
+    throw FileError(job.input, "ADIF ではないようです (CALL のタグがありません)");
+  }
   ConversionReport report;
   report.read = info.contacts;
   if (info.utf8) report.findings.add(FindingKind::kReadAsUtf8, 0, "", "");

@@ -215,16 +215,21 @@ AdifFileInfo scan_adif(const std::filesystem::path& path) {
   bool valid_utf8 = true;
   bool valid_cp932 = true;
   bool marked = false;
+  bool blank = true;
+  bool header_ends = false;
   std::string text;
   std::string_view line;
   while (lines.next(line)) {
     if (lines.line() == 1) marked = line.starts_with(kUtf8Mark);
     if (has_tag(line, "<CALL:")) ++info.contacts;
+    blank = blank && is_blank(line);
+    if (info.contacts == 0) header_ends = header_ends || has_tag(line, "<EOH>");
     if (is_ascii(line)) continue;
     valid_utf8 = valid_utf8 && is_valid_utf8(line);
     text.clear();
     valid_cp932 = valid_cp932 && decode_cp932(line, text) == 0;
   }
+  info.is_adif = blank || header_ends || info.contacts > 0;
   info.utf8 = marked || (valid_utf8 && !valid_cp932);
   return info;
 }

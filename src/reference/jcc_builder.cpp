@@ -16,6 +16,8 @@ namespace {
 
 enum class ListKind { kCities, kGuns, kWards };
 
+constexpr std::size_t kTitleLines = 5;
+
 // Tabs, full-width blanks and full-width brackets as their half-width forms.
 std::string plain(std::string text) {
   replace_all(text, "\t", " ");
@@ -84,13 +86,13 @@ class ListReader {
   ListReader(ListKind kind, std::map<std::string, std::string>& prefectures, JccBuild& build)
       : kind_(kind), prefectures_(prefectures), build_(build) {}
 
-  JccCount read(const std::filesystem::path& path) {
-    file_ = path_text(path.filename());
-    for (const std::string& line : read_text_lines(path)) {
+  JccCount read(std::string_view file, std::string_view bytes) {
+    file_ = file;
+    for (const std::string& line : text_lines(bytes)) {
       ++line_;
       read_line(line);
     }
-    if (count_.current == 0) throw FileError(path, "リストではないようです (番号の行がありません)");
+    if (count_.current == 0) throw FileError(file, "リストではないようです (番号の行がありません)");
     return count_;
   }
 
@@ -216,15 +218,49 @@ class ListReader {
 
 }  // namespace
 
+JccCount stated_count(std::string_view list) {
+  std::size_t lines = 0;
+  for (const std::string& line : text_lines(list)) {
+    if (++lines > kTitleLines) break;
+    const std::size_t at = line.find("消滅");
+    if (at == std::string::npos) continue;
+    const std::vector<unsigned> before = numbers_of(std::string_view(line).substr(0, at));
+    const std::vector<unsigned> behind = numbers_of(std::string_view(line).substr(at));
+    if (!before.empty() && !behind.empty()) return {before.back(), behind.front()};
+  }
+  return {};
+}
+
+std::string stated_date(std::string_view list) {
+  std::size_t lines = 0;
+  for (const std::string& line : text_lines(list)) {
+    if (++lines > kTitleLines) break;
+    const std::vector<unsigned> numbers = numbers_of(line);
+    for (std::size_t i = 0; i + 2 < numbers.size(); ++i) {
+      const std::string date = date_text(numbers[i], numbers[i + 1], numbers[i + 2]);
+      if (date != "*") return date;
+    }
+  }
+  return {};
+}
+
 JccBuild build_jcc(const std::filesystem::path& folder) {
+  std::array<std::string, 3> lists;
+  for (std::size_t i = 0; i < lists.size(); ++i) {
+    lists[i] = read_whole_file(file_in(folder, kListFiles[i]));
+  }
+  return build_jcc(lists);
+}
+
+JccBuild build_jcc(const std::array<std::string, 3>& lists) {
   JccBuild build;
   std::map<std::string, std::string> prefectures;
-  const auto read = [&](ListKind kind, std::string_view file) {
-    return ListReader(kind, prefectures, build).read(file_in(folder, file));
+  const auto read = [&](ListKind kind, std::size_t list) {
+    return ListReader(kind, prefectures, build).read(kListFiles[list], lists[list]);
   };
-  build.cities = read(ListKind::kCities, "jcc-list.txt");
-  build.guns = read(ListKind::kGuns, "jcg-list.txt");
-  build.wards = read(ListKind::kWards, "ku-list.txt");
+  build.cities = read(ListKind::kCities, 0);
+  build.guns = read(ListKind::kGuns, 1);
+  build.wards = read(ListKind::kWards, 2);
   std::ranges::stable_sort(build.places, {}, &JccPlace::number);
   const auto doubled = [&build](const JccPlace& a, const JccPlace& b) {
     if (a.number != b.number) return false;

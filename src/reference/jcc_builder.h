@@ -7,9 +7,11 @@
 // its towns, without numbers. Blanks, tabs and full-width blanks stand here and there.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "callsign/jcc_master.h"
@@ -19,6 +21,8 @@ namespace tobarine {
 struct JccCount {
   std::size_t current = 0;
   std::size_t abolished = 0;
+
+  bool operator==(const JccCount&) const = default;
 };
 
 struct JccBuild {
@@ -28,6 +32,19 @@ struct JccBuild {
   JccCount wards;
   std::vector<std::string> problems;  // "file: line: reason: text", for people
 };
+
+// The lists' file names, in the order cities, guns, wards.
+inline constexpr std::array<std::string_view, 3> kListFiles = {"jcc-list.txt", "jcg-list.txt",
+                                                               "ku-list.txt"};
+
+// The same from the lists' bytes, in that order.
+JccBuild build_jcc(const std::array<std::string, 3>& lists);
+
+// How many places a list says it holds, in its first lines; both 0 when it does not say.
+JccCount stated_count(std::string_view list);
+
+// The date a list says it is of, in its first lines, as yyyy/mm/dd; empty when it does not say.
+std::string stated_date(std::string_view list);
 
 // Reads the lists from the folder. A line that looks like an entry and cannot be read is a problem,
 // not a failure; a file without any entry is a failure. Throws FileError, RecordError.

@@ -39,4 +39,7 @@ RecordError::RecordError(const std::filesystem::path& file, std::size_t line,
                          std::string_view reason)
     : Error(path_text(file) + ": " + std::to_string(line) + " 行目: " + std::string(reason)) {}
 
+NetworkError::NetworkError(std::string_view url, std::string_view reason)
+    : Error(std::string(url) + ": " + std::string(reason)) {}
+
 }  // namespace tobarine

@@ -28,6 +28,12 @@ class RecordError : public Error {
   RecordError(const std::filesystem::path& file, std::size_t line, std::string_view reason);
 };
 
+// A server cannot be reached, or its answer is not what was asked for.
+class NetworkError : public Error {
+ public:
+  NetworkError(std::string_view url, std::string_view reason);
+};
+
 // The command was given wrongly (unknown setting, output equal to input, ...).
 class UsageError : public Error {
  public:

@@ -1,5 +1,6 @@
 #include "text/input_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <system_error>
@@ -102,12 +103,21 @@ std::string read_whole_file(const std::filesystem::path& path) {
   return bytes;
 }
 
-std::vector<std::string> read_text_lines(const std::filesystem::path& path) {
-  LineReader reader(path);
+std::vector<std::string> text_lines(std::string_view bytes) {
+  if (bytes.ends_with(kEndMark)) bytes.remove_suffix(1);
   std::vector<std::string> lines;
-  std::string_view line;
-  while (reader.next(line)) lines.push_back(from_cp932(line));
+  while (!bytes.empty()) {
+    const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+    std::string_view line = bytes.substr(0, end);
+    if (end < bytes.size() && line.ends_with('\r')) line.remove_suffix(1);
+    lines.push_back(from_cp932(line));
+    bytes.remove_prefix(std::min(end + 1, bytes.size()));
+  }
   return lines;
+}
+
+std::vector<std::string> read_text_lines(const std::filesystem::path& path) {
+  return text_lines(read_whole_file(path));
 }
 
 }  // namespace tobarine

@@ -85,6 +85,9 @@ class LineReader {
 // The whole file as bytes. For the small files of the program folder.
 std::string read_whole_file(const std::filesystem::path& path);
 
+// The lines of CP932 bytes, as UTF-8.
+std::vector<std::string> text_lines(std::string_view bytes);
+
 // The file's lines as UTF-8. For the small files of the program folder.
 std::vector<std::string> read_text_lines(const std::filesystem::path& path);
 

@@ -94,12 +94,15 @@ refused "full disk" "$cli" --quiet h2l log.csv -o /dev/full
 refused "no such folder" "$cli" h2l log.csv -o none/out.adi
 refused "no home" "$cli" --home "$dir/none" h2l log.csv
 refused "not a log" "$cli" h2l "$source/LICENSE"
-refused "wrong kind" "$cli" h2l log.adi
+refused "wrong kind" "$cli" eqsl log.adi
+check "ADIF given to h2l" 0 'l2h で変換します' "$cli" h2l log.adi -o back.csv
 refused "wrong kind" "$cli" l2h log.csv
 refused "l2h on a full disk" "$cli" l2h log.adi -o /dev/full
 refused "l2h of a folder" "$cli" l2h . -o x.csv
 cp random.csv random.adi
-check "random bytes as ADIF" 0 '処理終了' "$cli" l2h random.adi
+refused "random bytes as ADIF" "$cli" l2h random.adi
+: >empty.adi
+check "empty ADIF" 0 '変換数: 0 件' "$cli" l2h empty.adi
 if [ "$(id -u)" -ne 0 ]; then
   cp log.csv secret.csv && chmod 000 secret.csv
   refused "no permission" "$cli" h2l secret.csv

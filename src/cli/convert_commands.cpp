@@ -1,0 +1,127 @@
+#include <algorithm>
+#include <iterator>
+
+#include "app/log_kind.h"
+#include "cli/commands.h"
+#include "cli/print.h"
+#include "cli/surroundings.h"
+#include "convert/h2l.h"
+#include "convert/l2h.h"
+#include "hamlog/hamlog_csv.h"
+#include "text/error.h"
+#include "text/input_file.h"
+
+namespace tobarine {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::optional<LogKind> recognise(const fs::path& input) {
+  LineReader lines(input);
+  std::string_view line;
+  return recognise_log(input, lines.next(line) ? line : std::string_view());
+}
+
+// The kind of the input, which must be one that the conversion takes.
+LogKind input_kind(const CliOptions& options, LogKindInfo::Input wanted) {
+  if (!options.kind.empty()) {
+    const auto kind = log_kind_from_name(options.kind);
+    if (!kind || log_kind_info(*kind).input != wanted) {
+      throw UsageError("--kind の値が使えません: " + options.kind);
+    }
+    return *kind;
+  }
+  const auto kind = recognise(options.input);
+  if (!kind && wanted == LogKindInfo::kL2h) return LogKind::kAdif;  // the run looks for itself
+  if (!kind) throw FileError(options.input, "ファイルの種類が分かりません (--kind で指定できます)");
+  if (log_kind_info(*kind).input != wanted) {
+    throw FileError(options.input, "この変換の入力ではありません (" +
+                                       std::string(log_kind_info(*kind).label) + ")");
+  }
+  return *kind;
+}
+
+}  // namespace
+
+int convert_h2l(Session& session) {
+  const CliOptions& options = session.options();
+  // Of an ADIF file there is one conversion only, whatever the command was called.
+  if (options.command == Command::kH2l && options.kind.empty() &&
+      recognise(options.input) == LogKind::kAdif) {
+    print_note(options, "ADIF なので l2h で変換します");
+    return convert_l2h(session);
+  }
+  const LogKind kind = input_kind(options, LogKindInfo::kH2l);
+  const fs::path output =
+      options.output.empty() ? output_path(options.input, "adi") : fs::path(options.output);
+  const H2lJob job{options.input, output, h2l_options(session.settings())};
+  const ConversionTables tables = session.conversion_tables();
+  CallTables calls;
+  calls.load(session.folder());
+  ProgressBar bar(!options.quiet && stderr_is_terminal());
+  const RunContext context{[&bar](double done) { bar.show(done); }};
+  const auto run = options.command == Command::kH2l ? run_h2l : run_eqsl;
+  const ConversionReport report = run(job, tables, calls, context);
+  bar.clear();
+  session.trace("変換数: " + std::to_string(report.written));
+  print_run(options,
+            {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
+             path_text(fs::absolute(output))},
+            report);
+  return report.stopped_by ? 1 : 0;
+}
+
+namespace {
+
+int option1_of(const std::string& time) {
+  constexpr std::string_view kTimes[] = {"none", "jst", "utc", "ja"};
+  return static_cast<int>(std::ranges::find(kTimes, time) - std::begin(kTimes));
+}
+
+}  // namespace
+
+int convert_l2h(Session& session) {
+  const CliOptions& options = session.options();
+  const LogKind kind = input_kind(options, LogKindInfo::kL2h);
+  const fs::path output =
+      options.output.empty() ? output_path(options.input, "csv") : fs::path(options.output);
+  const L2hJob job{options.input, output, l2h_options(session.settings(), option1_of(options.time)),
+                   temporary_folders(session.folder())};
+  const ConversionTables tables = session.conversion_tables();
+  CallTables calls;
+  calls.load(session.folder());
+  PlaceTables places;
+  places.load(session.folder());
+  L2hState fresh_start;
+  ProgressBar bar(!options.quiet && stderr_is_terminal());
+  const RunContext context{[&bar](double done) { bar.show(done); }};
+  const ConversionReport report = run_l2h(job, tables, calls, places, fresh_start, context);
+  bar.clear();
+  session.trace("変換数: " + std::to_string(report.written));
+  print_run(options,
+            {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
+             path_text(fs::absolute(output))},
+            report);
+  return 0;
+}
+
+int show_info(Session& session) {
+  const fs::path input = session.options().input;
+  const auto kind = recognise(input);
+  if (!kind) throw FileError(input, "ファイルの種類が分かりません");
+  LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}};
+  if (*kind == LogKind::kHamlogCsv) {
+    const HamlogLayout layout = hamlog_layout(input);
+    info.layout = layout == HamlogLayout::kOld ? "旧" : layout == HamlogLayout::kNew ? "新" : "空";
+    info.contacts = count_lines(input);
+  }
+  if (*kind == LogKind::kAdif) {
+    const AdifFileInfo adif = scan_adif(input);
+    info.layout = adif.utf8 ? "UTF-8" : "Shift-JIS";
+    info.contacts = adif.contacts;
+  }
+  print_info(session.options(), info);
+  return 0;
+}
+
+}  // namespace tobarine
