@@ -28,88 +28,81 @@ bool has_tag(std::string_view text, std::string_view tag) {
   return false;
 }
 
-// A tag is recognised by its name, a colon and, for some, the length behind it. The order counts: a
-// field may match several, and the later ones win.
+// A tag is recognised by its name, a colon and, for some, the length behind it. Its value goes into
+// a field behind a prefix; what else it does stands in AdifParser::set_field(). The order counts: a
+// field of the file may match several tags, and the later ones win.
 struct Tag {
   enum Place { kAnywhere, kAtStart };
   std::string_view name;
+  std::string QsoRecord::*field;
+  std::string_view prefix = {};
   char length = '\0';
   Place place = kAnywhere;
 };
 
 constexpr Tag kTags[] = {
-    {"CALL"},
-    {"AGE"},
-    {"NAME", '\0', Tag::kAtStart},
-    {"QTH"},
-    {"FREQ"},
-    {"BAND"},
-    {"RST_SENT"},
-    {"RST_RCVD"},
-    {"MODE", '\0', Tag::kAtStart},
-    {"CQZ"},
-    {"ITUZ"},
-    {"STATE"},
-    {"CNTY"},
-    {"QSL_VIA"},
-    {"QSL_SENT"},
-    {"QSL_RCVD"},
-    {"GRIDSQUARE", '\0', Tag::kAtStart},
-    {"COMMENT"},
-    {"IOTA"},
-    {"DXCC"},
-    {"QSO_DATE"},
-    {"TIME_ON", '4'},
-    {"TIME_ON", '6'},
-    {"JCC"},
-    {"JCG"},
-    {"QSO_DATE", '8'},
-    {"TIME_ON", '6'},
-    {"SECTION"},
-    {"SRX"},
-    {"STX"},
-    {"OPERATOR"},
-    {"APP_N1MM_EXCHANGE1"},
-    {"APP_N1MM_POINTS"},
-    {"APP_N1MM_RADIO_NR"},
+    {"CALL", &QsoRecord::call},
+    {"AGE", &QsoRecord::age},
+    {"NAME", &QsoRecord::name, "", '\0', Tag::kAtStart},
+    {"QTH", &QsoRecord::qth},
+    {"FREQ", &QsoRecord::freq},
+    {"BAND", &QsoRecord::band},
+    {"RST_SENT", &QsoRecord::his_rst},
+    {"RST_RCVD", &QsoRecord::my_rst},
+    {"MODE", &QsoRecord::mode, "", '\0', Tag::kAtStart},
+    {"CQZ", &QsoRecord::cqz, "CQZ:"},
+    {"ITUZ", &QsoRecord::ituz, "ITUZ:"},
+    {"STATE", &QsoRecord::state},
+    {"CNTY", &QsoRecord::cnty, "CNTY:"},
+    {"QSL_VIA", &QsoRecord::qsl_via, "@"},
+    {"QSL_SENT", &QsoRecord::qsl_sent},
+    {"QSL_RCVD", nullptr},
+    {"GRIDSQUARE", &QsoRecord::grid, "", '\0', Tag::kAtStart},
+    {"COMMENT", &QsoRecord::comment},
+    {"IOTA", &QsoRecord::iota},
+    {"DXCC", &QsoRecord::dxcc},
+    {"QSO_DATE", &QsoRecord::qso_date},
+    {"TIME_ON", nullptr, "", '4'},
+    {"TIME_ON", nullptr, "", '6'},
+    {"JCC", &QsoRecord::jcc},
+    {"JCG", &QsoRecord::jcg},
+    {"QSO_DATE", nullptr, "", '8'},
+    {"TIME_ON", nullptr, "", '6'},
+    {"SECTION", &QsoRecord::section},
+    {"SRX", &QsoRecord::srx},
+    {"STX", &QsoRecord::stx},
+    {"OPERATOR", &QsoRecord::operator_call},
+    {"APP_N1MM_EXCHANGE1", &QsoRecord::n1mm_exchange1},
+    {"APP_N1MM_POINTS", &QsoRecord::n1mm_points},
+    {"APP_N1MM_RADIO_NR", &QsoRecord::n1mm_radio_nr},
 };
+// The rows that the code names.
 enum TagIndex : std::size_t {
-  kCall,
-  kAge,
-  kName,
-  kQth,
-  kFreq,
-  kBand,
-  kRstSent,
-  kRstRcvd,
-  kMode,
-  kCqz,
-  kItuz,
-  kState,
-  kCnty,
-  kQslVia,
-  kQslSent,
-  kQslRcvd,
-  kGridsquare,
-  kComment,
-  kIota,
-  kDxcc,
-  kQsoDate,
-  kTimeOn4,
-  kTimeOn6,
-  kJcc,
-  kJcg,
-  kQsoDate8,
-  kTime6,
-  kSection,
-  kSrx,
-  kStx,
-  kOperator,
-  kExchange1,
-  kPoints,
-  kRadioNr,
+  kCall = 0,
+  kAge = 1,
+  kName = 2,
+  kQth = 3,
+  kFreq = 4,
+  kBand = 5,
+  kRstSent = 6,
+  kRstRcvd = 7,
+  kMode = 8,
+  kQslVia = 13,
+  kQslSent = 14,
+  kQslRcvd = 15,
+  kComment = 17,
+  kQsoDate = 20,
+  kTimeOn4 = 21,
+  kTimeOn6 = 22,
+  kJcc = 23,
+  kJcg = 24,
+  kQsoDate8 = 25,
+  kTime6 = 26,
+  kExchange1 = 31,
 };
-static_assert(std::size(kTags) == kRadioNr + 1);
+static_assert(kTags[kMode].name == "MODE" && kTags[kQslRcvd].name == "QSL_RCVD" &&
+              kTags[kComment].name == "COMMENT" && kTags[kQsoDate].name == "QSO_DATE" &&
+              kTags[kJcg].name == "JCG" && kTags[kExchange1].name == "APP_N1MM_EXCHANGE1");
 
 constexpr std::uint64_t bit(std::size_t tag) {
   return std::uint64_t{1} << tag;
@@ -119,10 +112,11 @@ constexpr std::uint64_t bit(std::size_t tag) {
 const std::vector<std::uint8_t>& tags_ending_with(char c) {
   static const std::array<std::vector<std::uint8_t>, 128> tags = [] {
     std::array<std::vector<std::uint8_t>, 128> result;
-    for (std::uint8_t i = 0; i < std::size(kTags); ++i) {
+    for (std::size_t i = 0; i < std::size(kTags); ++i) {
       const auto last = static_cast<unsigned char>(kTags[i].name.back());
-      result[last].push_back(i);
-      if (!is_digit(static_cast<char>(last))) result[last | 0x20U].push_back(i);
+      const auto row = static_cast<std::uint8_t>(i);
+      result[last].push_back(row);
+      if (!is_digit(static_cast<char>(last))) result[last | 0x20U].push_back(row);
     }
     return result;
   }();
@@ -322,78 +316,24 @@ void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r
   std::string_view value =
       value_of(field, tag == kName || tag == kQth || tag == kComment, scratch_);
   if (tag != kCall && tag != kAge && tag != kMode) value = trim(value);
+  if (kTags[tag].field != nullptr) {
+    (r.*kTags[tag].field).assign(kTags[tag].prefix).append(value);
+  }
   switch (tag) {
-    case kCall:
-      r.call = value;
-      break;
-    case kAge:
-      r.age = value;
-      break;
-    case kName:
-      r.name = value;
-      break;
-    case kQth:
-      r.qth = value;
-      break;
     case kFreq:
-      r.freq = value;
-      if (cp932_length(value) > kLongestFreq) {
-        r.freq = left_chars(value, kLongestFreq);
-        // Zeros behind the point are no loss.
-        if (value.find_first_not_of('0', r.freq.size()) != std::string_view::npos)
-          cut_value_ = value;
-      }
-      break;
-    case kBand:
-      r.band = value;
-      break;
-    case kRstSent:
-      r.his_rst = value;
-      break;
-    case kRstRcvd:
-      r.my_rst = value;
-      break;
-    case kMode:
-      r.mode = value;
-      break;
-    case kCqz:
-      r.cqz.assign("CQZ:").append(value);
-      break;
-    case kItuz:
-      r.ituz.assign("ITUZ:").append(value);
-      break;
-    case kState:
-      r.state = value;
-      break;
-    case kCnty:
-      r.cnty.assign("CNTY:").append(value);
+      cut_freq(value, r);
       break;
     case kQslVia:
-      r.qsl_via.assign("@").append(value);
       r.qsl[0] = 'J';
       break;
     case kQslSent:
-      r.qsl_sent = value;
       if (value == "Y") r.qsl[0] = 'J';
       r.qsl[1] = value == "Y" ? '*' : ' ';
       break;
     case kQslRcvd:
       r.qsl[2] = value == "Y" ? '*' : ' ';
       break;
-    case kGridsquare:
-      r.grid = value;
-      break;
-    case kComment:
-      r.comment = value;
-      break;
-    case kIota:
-      r.iota = value;
-      break;
-    case kDxcc:
-      r.dxcc = value;
-      break;
     case kQsoDate:
-      r.qso_date = value;
       set_date(value, r.date);
       break;
     case kTimeOn4:
@@ -402,10 +342,8 @@ void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r
       set_time(value, r.time);
       break;
     case kJcc:
-      r.code = r.jcc = value;
-      break;
     case kJcg:
-      r.code = r.jcg = value;
+      r.code = value;
       break;
     case kQsoDate8:
       set_date(value, r.date8);
@@ -413,30 +351,20 @@ void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r
     case kTime6:
       set_time(value, r.time6);
       break;
-    case kSection:
-      r.section = value;
-      break;
-    case kSrx:
-      r.srx = value;
-      break;
-    case kStx:
-      r.stx = value;
-      break;
-    case kOperator:
-      r.operator_call = value;
-      break;
-    case kExchange1:
-      r.jcc = r.n1mm_exchange1 = value;
-      break;
-    case kPoints:
-      r.n1mm_points = value;
-      break;
-    case kRadioNr:
-      r.n1mm_radio_nr = value;
+    case kExchange1:  // N1MM's exchange carries the JCC or JCG number
+      r.jcc = value;
       break;
     default:
       break;
   }
+}
+
+// Hamlog's column holds seven characters.
+void AdifParser::cut_freq(std::string_view value, QsoRecord& r) {
+  if (cp932_length(value) <= kLongestFreq) return;
+  r.freq = left_chars(value, kLongestFreq);
+  // Zeros at the end are no loss.
+  if (value.find_first_not_of('0', r.freq.size()) != std::string_view::npos) cut_value_ = value;
 }
 
 // After every field: what a later tag says outright replaces what was derived. The band is looked

@@ -19,8 +19,8 @@ namespace tobarine {
 
 struct AdifFileInfo {
   std::size_t contacts = 0;  // lines with a CALL tag: several contacts on one line count once
-  bool is_adif = false;  // has a contact, or the end of a header, or nothing at all
-  bool utf8 = false;     // begins with the UTF-8 mark, or is valid UTF-8 and not valid CP932
+  bool is_adif = false;      // has a contact, or the end of a header, or nothing at all
+  bool utf8 = false;         // begins with the UTF-8 mark, or is valid UTF-8 and not valid CP932
 };
 
 // Reads the whole file once. Throws FileError, RecordError.
@@ -78,6 +78,7 @@ class AdifParser {
   std::uint64_t find_tags(std::string_view field);
   void read_field(std::string_view field, QsoRecord& record);
   void set_field(std::size_t tag, std::string_view field, QsoRecord& record);
+  void cut_freq(std::string_view value, QsoRecord& record);
   void derive(std::uint64_t found, QsoRecord& record);
   void build_remarks(QsoRecord& record) const;
   void report(std::size_t line, const QsoRecord& record, FindingLog& findings) const;

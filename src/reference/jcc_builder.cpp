@@ -237,7 +237,7 @@ std::string stated_date(std::string_view list) {
     if (++lines > kTitleLines) break;
     const std::vector<unsigned> numbers = numbers_of(line);
     for (std::size_t i = 0; i + 2 < numbers.size(); ++i) {
-      const std::string date = date_text(numbers[i], numbers[i + 1], numbers[i + 2]);
+      std::string date = date_text(numbers[i], numbers[i + 1], numbers[i + 2]);
       if (date != "*") return date;
     }
   }
