@@ -1,6 +1,9 @@
 #include "hamlog/adif_reader.h"
 
+#include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
 #include <iterator>
 #include <vector>
 
@@ -108,21 +111,47 @@ constexpr std::uint64_t bit(std::size_t tag) {
   return std::uint64_t{1} << tag;
 }
 
-// The tags whose name ends with a character, so that few names are compared for each colon.
-const std::vector<std::uint8_t>& tags_ending_with(char c) {
-  static const std::array<std::vector<std::uint8_t>, 128> tags = [] {
-    std::array<std::vector<std::uint8_t>, 128> result;
-    for (std::size_t i = 0; i < std::size(kTags); ++i) {
-      const auto last = static_cast<unsigned char>(kTags[i].name.back());
-      const auto row = static_cast<std::uint8_t>(i);
-      result[last].push_back(row);
-      if (!is_digit(static_cast<char>(last))) result[last | 0x20U].push_back(row);
-    }
-    return result;
-  }();
-  static const std::vector<std::uint8_t> none;
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 128 ? tags[byte] : none;
+// The last eight characters before a colon in one number, letters in upper case, so that most names
+// are told apart by one comparison. Other characters may fall together; a match is looked at again.
+static_assert(std::endian::native == std::endian::little);
+std::uint64_t packed_end(std::string_view text) {
+  std::uint64_t packed = 0;
+  if (text.size() >= sizeof packed) {
+    std::memcpy(&packed, text.data() + text.size() - sizeof packed, sizeof packed);
+  } else {
+    std::memcpy(reinterpret_cast<char*>(&packed) + sizeof packed - text.size(), text.data(),
+                text.size());
+  }
+  return packed & 0xDFDFDFDFDFDFDFDFU;
+}
+
+struct PackedTag {
+  std::uint64_t end;
+  std::uint64_t mask;  // of the characters that count
+  std::size_t tag;
+};
+
+// The tags by the last character of their names.
+using PackedTags = std::array<std::vector<PackedTag>, 256>;
+
+std::size_t last_of(std::uint64_t packed) {
+  return packed >> 56;
+}
+
+const PackedTags kPackedTags = [] {
+  PackedTags result;
+  for (std::size_t i = 0; i < std::size(kTags); ++i) {
+    const std::size_t used = std::min<std::size_t>(kTags[i].name.size(), 8);
+    const std::uint64_t end = packed_end(kTags[i].name);
+    result[last_of(end)].push_back({end, packed_end(std::string(used, '\xFF')), i});
+  }
+  return result;
+}();
+
+bool ends_with_name(std::string_view head, std::string_view name) {
+  if (head.size() < name.size()) return false;
+  const std::string_view end = head.substr(head.size() - name.size());
+  return end == name || equal_ignoring_case(end, name);
 }
 
 // What stands in front of a value and is taken out of the field wherever it stands: everything up
@@ -136,21 +165,13 @@ std::string tag_text(std::string_view field, bool counted_in_bytes) {
   return from_cp932(to_cp932(field).substr(0, char_count(text)));
 }
 
-// The value in the field; points into the field or into `scratch`.
-std::string_view value_of(std::string_view field, bool counted_in_bytes, std::string& scratch) {
-  const std::size_t end = field.find('>');
-  if (end == std::string_view::npos) return field;
-  const std::string_view rest = field.substr(end + 1);
-  const bool plain = !counted_in_bytes || is_ascii(field.substr(0, end + 1));
-  if (plain && !contains(rest, ">")) return rest;  // nothing to take out of the rest
-  scratch = field;
-  const std::string taken = tag_text(field, counted_in_bytes);
-  if (!taken.empty()) replace_all(scratch, taken, "");
-  return scratch;
-}
-
 // yyyymmdd to "YYYY/MM/DD", hhmm.. to "HH:MM", by position, whatever the characters are.
 void set_date(std::string_view d, std::string& result) {
+  if (d.size() == 8 && is_ascii(d)) {
+    const char date[] = {d[0], d[1], d[2], d[3], '/', d[4], d[5], '/', d[6], d[7]};
+    result.assign(date, sizeof date);
+    return;
+  }
   result.assign(left_chars(d, 4)).append("/").append(mid_chars(d, 4, 2));
   result.append("/").append(right_chars(d, 2));
 }
@@ -276,48 +297,80 @@ bool AdifRecordReader::next(std::string& record) {
   }
 }
 
-// The tags that match anywhere in the field, as bits.
-std::uint64_t AdifParser::find_tags(std::string_view field) {
+// The tags whose name ends at a colon with `head` before it in the field, as bits.
+std::uint64_t AdifParser::tags_at(std::string_view head, char behind) {
   std::uint64_t found = 0;
-  for (std::size_t colon = field.find(':'); colon != std::string_view::npos;
-       colon = field.find(':', colon + 1)) {
-    if (colon == 0) continue;
-    const std::string_view head = field.substr(0, colon);
-    const char behind = colon + 1 < field.size() ? field[colon + 1] : '\0';
-    for (const std::uint8_t i : tags_ending_with(head.back())) {
-      const Tag& tag = kTags[i];
-      if (head.size() < tag.name.size()) continue;
-      const char last_but_one = head[head.size() - 2];
-      if (((last_but_one ^ tag.name[tag.name.size() - 2]) & ~0x20) != 0) continue;
-      if (tag.place == Tag::kAtStart && head.size() != tag.name.size()) continue;
-      if (!equal_ignoring_case(head.substr(head.size() - tag.name.size()), tag.name)) continue;
-      if (tag.length == '\0' || tag.length == behind) {
-        found |= bit(i);
-      } else if (odd_tag_.empty() && i == kTimeOn4 && behind != '6') {
-        odd_tag_ = field;
-      }
-      if (odd_tag_.empty() && i == kQsoDate && behind != '8') odd_tag_ = field;
-    }
+  const std::uint64_t end = packed_end(head);
+  for (const PackedTag& packed : kPackedTags[last_of(end)]) {
+    if ((end & packed.mask) != packed.end) continue;
+    const std::size_t i = packed.tag;
+    const Tag& tag = kTags[i];
+    if (!ends_with_name(head, tag.name)) continue;
+    if (tag.place == Tag::kAtStart && head.size() != tag.name.size()) continue;
+    if (tag.length == '\0' || tag.length == behind) found |= bit(i);
+    const bool odd_time = i == kTimeOn4 && behind != '4' && behind != '6';
+    const bool odd_date = i == kQsoDate && behind != '8';
+    field_.odd_length = field_.odd_length || odd_time || odd_date;
   }
   return found;
 }
 
-void AdifParser::read_field(std::string_view field, QsoRecord& r) {
-  const std::uint64_t found = find_tags(field);
-  if (found == 0 && mode_settled_) return;
-  tags_seen_ |= found;
-  for (std::size_t tag = 0; found >> tag != 0; ++tag) {
-    if ((found & bit(tag)) != 0) set_field(tag, field, r);
+// Splits the text at every "<" and looks for tags, all in one pass: a file has many short fields.
+void AdifParser::read_fields(std::string_view text, QsoRecord& r) {
+  std::size_t begin = 0;
+  field_ = {};
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c != '<' && c != ':' && c != '>') continue;
+    if (c == '<') {
+      field_.text = text.substr(begin, i - begin);
+      read_field(r);
+      field_ = {};
+      begin = i + 1;
+    } else if (c == ':' && i > begin) {
+      const char behind = i + 1 < text.size() ? text[i + 1] : '\0';
+      field_.tags |= tags_at(text.substr(begin, i - begin), behind);
+    } else if (c == '>') {
+      field_.more_ends = field_.value != 0;
+      if (field_.value == 0) field_.value = i + 1 - begin;
+    }
   }
-  derive(found, r);
+  field_.text = text.substr(begin);
+  read_field(r);
 }
 
-void AdifParser::set_field(std::size_t tag, std::string_view field, QsoRecord& r) {
-  std::string_view value =
-      value_of(field, tag == kName || tag == kQth || tag == kComment, scratch_);
+void AdifParser::read_field(QsoRecord& r) {
+  if (field_.odd_length && odd_tag_.empty()) odd_tag_ = field_.text;
+  if (field_.tags == 0 && mode_settled_) return;
+  tags_seen_ |= field_.tags;
+  for (std::uint64_t tags = field_.tags; tags != 0; tags &= tags - 1) {
+    set_field(static_cast<std::size_t>(std::countr_zero(tags)), r);
+  }
+  derive(field_.tags, r);
+}
+
+// The value of the field; points into it or into scratch_.
+std::string_view AdifParser::field_value(bool counted_in_bytes) {
+  const std::string_view field = field_.text;
+  if (field_.value == 0) return field;
+  const bool plain = !counted_in_bytes || is_ascii(field.substr(0, field_.value));
+  if (plain && !field_.more_ends) return field.substr(field_.value);  // nothing to take out of it
+  scratch_ = field;
+  const std::string taken = tag_text(field, counted_in_bytes);
+  if (!taken.empty()) replace_all(scratch_, taken, "");
+  return scratch_;
+}
+
+void AdifParser::set_field(std::size_t tag, QsoRecord& r) {
+  std::string_view value = field_value(tag == kName || tag == kQth || tag == kComment);
   if (tag != kCall && tag != kAge && tag != kMode) value = trim(value);
   if (kTags[tag].field != nullptr) {
-    (r.*kTags[tag].field).assign(kTags[tag].prefix).append(value);
+    std::string& target = r.*kTags[tag].field;
+    if (kTags[tag].prefix.empty()) {
+      target = value;
+    } else {
+      target.assign(kTags[tag].prefix).append(value);
+    }
   }
   switch (tag) {
     case kFreq:
@@ -449,7 +502,7 @@ void AdifParser::parse(const std::string& text, std::size_t line, QsoRecord& r,
   odd_tag_.clear();
   cut_value_.clear();
   mode_settled_ = true;
-  for_each_piece(text, '<', [this, &r](std::string_view field) { read_field(field, r); });
+  read_fields(text, r);
   build_remarks(r);
   report(line, r, findings);
 }

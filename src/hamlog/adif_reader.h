@@ -75,9 +75,19 @@ class AdifParser {
   void parse(const std::string& text, std::size_t line, QsoRecord& record, FindingLog& findings);
 
  private:
-  std::uint64_t find_tags(std::string_view field);
-  void read_field(std::string_view field, QsoRecord& record);
-  void set_field(std::size_t tag, std::string_view field, QsoRecord& record);
+  // A field of the record: the text between two "<".
+  struct Field {
+    std::string_view text;
+    std::size_t value = 0;    // where the value begins, behind the first ">"; 0: there is none
+    bool more_ends = false;   // there are more ">" behind
+    bool odd_length = false;  // a date or time tag with an unusual length
+    std::uint64_t tags = 0;   // bit n: the n-th tag of the tag table matches
+  };
+  std::uint64_t tags_at(std::string_view head, char behind);
+  void read_fields(std::string_view text, QsoRecord& record);
+  void read_field(QsoRecord& record);
+  std::string_view field_value(bool counted_in_bytes);
+  void set_field(std::size_t tag, QsoRecord& record);
   void cut_freq(std::string_view value, QsoRecord& record);
   void derive(std::uint64_t found, QsoRecord& record);
   void build_remarks(QsoRecord& record) const;
@@ -86,7 +96,8 @@ class AdifParser {
   const BandTable& bands_;
   const ModeTable& modes_;
   L2hRemarks remarks_;
-  std::uint64_t tags_seen_ = 0;  // of the record: bit n is the n-th tag of the tag table
+  Field field_;                  // the one being read
+  std::uint64_t tags_seen_ = 0;  // of the record, as Field::tags
   bool mode_settled_ = true;     // the table changes the mode no more
   std::string odd_tag_;          // its first date or time tag with an unusual length
   std::string cut_value_;        // its frequency before it was cut

@@ -49,12 +49,10 @@ const BandRange* range_of(std::string_view freq) {
 const BandRow* row_named_in_remarks(const BandTable& table, std::string_view freq,
                                     std::string_view rmks1, std::string_view rmks2) {
   if (!contains(rmks1, "BAND=") && !contains(rmks2, "BAND=")) return nullptr;
-  for (const BandRow& row : table.compared()) {
-    if (upper(row.freq) != trim(freq)) continue;
-    const std::string keyword = "BAND=" + upper(row.memo);
-    return contains(row.placement == "1" ? rmks1 : rmks2, keyword) ? &row : nullptr;
-  }
-  return nullptr;
+  const BandRow* row = table.find_freq(trim(freq));
+  if (row == nullptr) return nullptr;
+  const std::string keyword = "BAND=" + upper(row->memo);
+  return contains(row->placement == "1" ? rmks1 : rmks2, keyword) ? row : nullptr;
 }
 
 }  // namespace
@@ -65,12 +63,10 @@ void hamlog_freq_from_band(const BandTable& table, QsoRecord& record) {
   for (const FixedFreq& fixed : kFixedFreqs) {
     if (fixed.band == band) record.freq = fixed.freq;
   }
-  for (const BandRow& row : table.compared()) {
-    if (upper(row.adif) != band) continue;
-    record.freq = row.freq;
-    record.band_remark = "Band=" + row.memo;
-    record.band_remark_pos = row.placement;
-    return;
+  if (const BandRow* row = table.find_adif(band)) {
+    record.freq = row->freq;
+    record.band_remark = "Band=" + row->memo;
+    record.band_remark_pos = row->placement;
   }
 }
 

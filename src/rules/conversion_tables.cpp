@@ -97,6 +97,25 @@ void BandTable::load(const std::filesystem::path& path) {
     rows[row] = {f[1], f[2], f[3], f[4]};
   });
   rows_ = std::move(rows);
+  for (std::size_t i = 0; i < kRows; ++i) {
+    upper_[i].adif = upper(rows_[i].adif);
+    upper_[i].freq = upper(rows_[i].freq);
+  }
+}
+
+const BandRow* BandTable::find(std::string_view text, std::string BandRow::*key) const {
+  for (std::size_t i = 0; i < kCompared; ++i) {
+    if (upper_[i].*key == text) return &rows_[i];
+  }
+  return nullptr;
+}
+
+const BandRow* BandTable::find_adif(std::string_view upper_band) const {
+  return find(upper_band, &BandRow::adif);
+}
+
+const BandRow* BandTable::find_freq(std::string_view freq) const {
+  return find(freq, &BandRow::freq);
 }
 
 void ModeTable::load(const std::filesystem::path& path) {
@@ -108,12 +127,13 @@ void ModeTable::load(const std::filesystem::path& path) {
   for (std::size_t i = 0; i < kRows; ++i) upper_[i] = {upper(rows_[i].adif), upper(rows_[i].csv)};
 }
 
-bool ModeTable::replace(std::string& mode, std::string Keys::*from) const {
+bool ModeTable::replace(std::string& mode, std::string ModeRow::*from,
+                        std::string ModeRow::*to) const {
   bool matched = false;
   std::string current = upper(trim(mode));
   for (std::size_t i = 0; i < kCompared; ++i) {
     if (current != upper_[i].*from) continue;
-    mode = from == &Keys::adif ? rows_[i].csv : rows_[i].adif;
+    mode = rows_[i].*to;
     current = upper(trim(mode));
     matched = true;
   }

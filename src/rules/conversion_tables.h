@@ -38,10 +38,17 @@ class BandTable {
 
   std::size_t size() const { return size_; }  // rows loaded
   const BandRow& operator[](std::size_t row) const { return rows_[row]; }
-  std::span<const BandRow> compared() const { return {rows_.data(), kCompared}; }
+
+  // The first of the compared rows whose ADIF band / Hamlog frequency is this text in upper case;
+  // nullptr: none.
+  const BandRow* find_adif(std::string_view upper_band) const;
+  const BandRow* find_freq(std::string_view freq) const;
 
  private:
+  const BandRow* find(std::string_view text, std::string BandRow::*key) const;
+
   std::array<BandRow, kRows> rows_;
+  std::array<BandRow, kRows> upper_;  // the rows in upper case, made once
   std::size_t size_ = 0;
 };
 
@@ -58,18 +65,14 @@ class ModeTable {
 
   // Replaces a mode in place. Every row is compared, also after a match, and with the value already
   // replaced: the last match of the chain wins. True when any row matched.
-  bool adif_to_csv(std::string& mode) const { return replace(mode, &Keys::adif); }
-  bool csv_to_adif(std::string& mode) const { return replace(mode, &Keys::csv); }
+  bool adif_to_csv(std::string& mode) const { return replace(mode, &ModeRow::adif, &ModeRow::csv); }
+  bool csv_to_adif(std::string& mode) const { return replace(mode, &ModeRow::csv, &ModeRow::adif); }
 
  private:
-  struct Keys {
-    std::string adif;  // trimmed by nobody: a row's blanks are part of it
-    std::string csv;
-  };
-  bool replace(std::string& mode, std::string Keys::*from) const;
+  bool replace(std::string& mode, std::string ModeRow::*from, std::string ModeRow::*to) const;
 
   std::array<ModeRow, kRows> rows_;
-  std::array<Keys, kRows> upper_;  // the rows in upper case, made once
+  std::array<ModeRow, kRows> upper_;  // the rows in upper case, made once
   std::size_t size_ = 0;
 };
 
