@@ -93,6 +93,7 @@ ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, cons
   ConversionReport report;
   report.read = info.contacts;
   if (info.utf8) report.findings.add(FindingKind::kReadAsUtf8, 0, "", "");
+  if (info.maybe_utf8) report.findings.add(FindingKind::kMaybeUtf8, 0, "", "");
   L2hRules rules({calls.calls, places.codes, places.jcc}, job.options.time_mode,
                  job.options.write_qth, state);
   const TemporaryFile temporary(job.temporary_folders, "csv_temp");

@@ -232,6 +232,7 @@ AdifFileInfo scan_adif(const std::filesystem::path& path) {
   bool marked = false;
   bool blank = true;
   bool header_ends = false;
+  bool ascii = true;
   std::string text;
   std::string_view line;
   while (lines.next(line)) {
@@ -240,12 +241,14 @@ AdifFileInfo scan_adif(const std::filesystem::path& path) {
     blank = blank && is_blank(line);
     if (info.contacts == 0) header_ends = header_ends || has_tag(line, "<EOH>");
     if (is_ascii(line)) continue;
+    ascii = false;
     valid_utf8 = valid_utf8 && is_valid_utf8(line);
     text.clear();
     valid_cp932 = valid_cp932 && decode_cp932(line, text) == 0;
   }
   info.is_adif = blank || header_ends || info.contacts > 0;
   info.utf8 = marked || (valid_utf8 && !valid_cp932);
+  info.maybe_utf8 = !ascii && !info.utf8 && valid_utf8;
   return info;
 }
 

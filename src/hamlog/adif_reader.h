@@ -19,6 +19,7 @@ namespace tobarine {
 
 struct AdifFileInfo {
   std::size_t contacts = 0;  // lines with a CALL tag: several contacts on one line count once
+  bool maybe_utf8 = false;   // has characters that are valid in both, and is read as CP932
   bool is_adif = false;      // has a contact, or the end of a header, or nothing at all
   bool utf8 = false;         // begins with the UTF-8 mark, or is valid UTF-8 and not valid CP932
 };

@@ -48,6 +48,8 @@ constexpr KindText kKinds[] = {
      "l2h_cty.mas に Code の無いエンティティ "
      "(tobarine-cli build codes で御自分のログから登録できます)"},
     {FindingKind::kReadAsUtf8, "read-as-utf8", "UTF-8 として読んだファイル"},
+    {FindingKind::kMaybeUtf8, "maybe-utf8",
+     "Shift-JIS として読んだが UTF-8 かもしれないファイル (文字化けがないか確認して下さい)"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

@@ -34,6 +34,7 @@ enum class FindingKind {
   kUnknownEntity,
   kNoHamlogCode,
   kReadAsUtf8,
+  kMaybeUtf8,
   kCount
 };
 
