@@ -35,7 +35,7 @@ void EntityList::load(const std::filesystem::path& path) {
   std::size_t number_of_line = 0;
   for (const std::string& line : read_text_lines(path)) {
     ++number_of_line;
-    if (trim(line).empty() || line[0] == '#') continue;
+    if (is_blank(line) || line[0] == '#') continue;
     Entity entity = parse_entity(line);
     if (entity.number == 0 || entity.prefix.empty() || entity.name.empty()) {
       throw RecordError(path, number_of_line, "DXCC エンティティの行として読めません");

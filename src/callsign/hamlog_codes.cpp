@@ -41,7 +41,7 @@ void HamlogToDxcc::load(const std::filesystem::path& path) {
   std::size_t line_number = 0;
   for (const std::string& line : read_text_lines(path)) {
     ++line_number;
-    if (trim(line).empty()) continue;
+    if (is_blank(line)) continue;
     CodeRow row{column(line, 1, 5), dxcc_number(column(line, 7, 9)), column(line, 11, 23),
                 column(line, 25, 50)};
     if (!row.code.empty() && row.dxcc == 0) {

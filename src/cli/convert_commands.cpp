@@ -7,6 +7,7 @@
 #include "cli/surroundings.h"
 #include "convert/h2l.h"
 #include "convert/l2h.h"
+#include "hamlog/adif_reader.h"
 #include "hamlog/hamlog_csv.h"
 #include "text/error.h"
 #include "text/input_file.h"
@@ -41,6 +42,17 @@ LogKind input_kind(const CliOptions& options, LogKindInfo::Input wanted) {
   return *kind;
 }
 
+// Tells what the run has done; returns the exit status.
+int finish(Session& session, LogKind kind, const fs::path& output, const ConversionReport& report) {
+  const CliOptions& options = session.options();
+  session.trace("変換数: " + std::to_string(report.written));
+  print_run(options,
+            {log_kind_info(kind).name, path_text(fs::absolute(options.input)),
+             path_text(fs::absolute(output))},
+            report);
+  return report.stopped_by ? 1 : 0;
+}
+
 }  // namespace
 
 int convert_h2l(Session& session) {
@@ -63,12 +75,7 @@ int convert_h2l(Session& session) {
   const auto run = options.command == Command::kH2l ? run_h2l : run_eqsl;
   const ConversionReport report = run(job, tables, calls, context);
   bar.clear();
-  session.trace("変換数: " + std::to_string(report.written));
-  print_run(options,
-            {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
-             path_text(fs::absolute(output))},
-            report);
-  return report.stopped_by ? 1 : 0;
+  return finish(session, kind, output, report);
 }
 
 namespace {
@@ -97,12 +104,7 @@ int convert_l2h(Session& session) {
   const RunContext context{[&bar](double done) { bar.show(done); }};
   const ConversionReport report = run_l2h(job, tables, calls, places, fresh_start, context);
   bar.clear();
-  session.trace("変換数: " + std::to_string(report.written));
-  print_run(options,
-            {log_kind_info(kind).name, path_text(fs::absolute(job.input)),
-             path_text(fs::absolute(output))},
-            report);
-  return 0;
+  return finish(session, kind, output, report);
 }
 
 int show_info(Session& session) {

@@ -26,7 +26,7 @@ void for_each_item(const CliOptions& options, Visit visit) {
   std::string line;
   while (std::getline(std::cin, line)) {
     if (line.ends_with('\r')) line.pop_back();
-    if (!trim(line).empty()) visit(line);
+    if (!is_blank(line)) visit(line);
   }
 }
 

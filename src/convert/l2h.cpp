@@ -1,5 +1,6 @@
 #include "convert/l2h.h"
 
+#include "hamlog/adif_reader.h"
 #include "hamlog/hamlog_csv_writer.h"
 #include "text/error.h"
 #include "text/input_file.h"

@@ -7,7 +7,7 @@
 #include "convert/reference_tables.h"
 #include "convert/report.h"
 #include "convert/run.h"
-#include "hamlog/adif_reader.h"
+#include "hamlog/adif_parser.h"
 #include "hamlog/l2h_rules.h"
 
 namespace tobarine {

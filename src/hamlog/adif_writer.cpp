@@ -131,7 +131,7 @@ void AdifWriter::logger32_lines(const AdifContact& contact) {
   // No blank before this tag: it has always followed the value before it directly.
   if (!r.comment.empty()) tag("<COMMENT:", r.comment);
   if (contact.name_written) tag(" <NAME:", r.name);
-  if (!trim(r.grid).empty()) tag(" <GRIDSQUARE:", r.grid);
+  if (!is_blank(r.grid)) tag(" <GRIDSQUARE:", r.grid);
   put(" <EOR>\r\n\r\n");
 }
 

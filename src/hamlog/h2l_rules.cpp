@@ -159,7 +159,7 @@ std::string H2lRules::find_state(const QsoRecord& r, std::string_view entity_pre
 }
 
 void H2lRules::derive_codes(QsoRecord& r, std::size_t line, FindingLog& findings) const {
-  if (trim(r.code).empty()) return;
+  if (is_blank(r.code)) return;
   if (leading_number(left_chars(r.code, 1)) < 5) {
     const std::size_t length = char_count(r.code);
     if (length == 4) r.jcc = r.code;

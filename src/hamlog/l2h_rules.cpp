@@ -58,25 +58,25 @@ void L2hRules::apply(const QsoRecord& r, std::size_t line, HamlogColumns& column
   columns[kMode] = r.mode;
   columns[kGrid] = r.grid;
   qsl_ = r.qsl;
-  if (!trim(r.qsl_via).empty() && qsl_[0] == 'J') qsl_[0] = 'M';
+  if (!is_blank(r.qsl_via) && qsl_[0] == 'J') qsl_[0] = 'M';
   columns[kQsl] = qsl_;
   columns[kName] = r.name;
   columns[kRmks1] = r.rmks1;
   columns[kRmks2] = r.rmks2;
   set_code_and_qth(r, working, japanese, line, columns, findings);
-  if (write_qth_ && !trim(r.qth).empty()) columns[kQth] = r.qth;
+  if (write_qth_ && !is_blank(r.qth)) columns[kQth] = r.qth;
   set_date_and_time(r, japanese, line, columns, findings);
   columns[kDxFlag] = state_.dx_flag;
 }
 
 void L2hRules::set_code_and_qth(const QsoRecord& r, std::string_view working, bool japanese,
                                 std::size_t line, HamlogColumns& columns, FindingLog& findings) {
-  const bool jcc_given = !trim(r.jcc).empty();
-  const bool jcg_given = !trim(r.jcg).empty();
+  const bool jcc_given = !is_blank(r.jcc);
+  const bool jcg_given = !is_blank(r.jcg);
   columns[kCode] = columns[kQth] = {};
   if (!japanese) {
     const unsigned dxcc = dxcc_number(r.dxcc);
-    const bool by_number = !trim(r.dxcc).empty() && dxcc != kJapan && !jcc_given && !jcg_given;
+    const bool by_number = !is_blank(r.dxcc) && dxcc != kJapan && !jcc_given && !jcg_given;
     if (by_number) {
       set_foreign(r, dxcc, line, columns, findings);
     } else {
@@ -87,7 +87,7 @@ void L2hRules::set_code_and_qth(const QsoRecord& r, std::string_view working, bo
   }
   code_ = jcg_given ? r.jcg : "";
   if (jcc_given) without_power_letters(r.jcc, code_);
-  if (trim(code_).empty()) {
+  if (is_blank(code_)) {
     columns[kCode] = "500A";
     columns[kQth] = "Japan";
   } else if (const JccPlace* place = tables_.jcc.find(code_)) {
@@ -117,7 +117,7 @@ void L2hRules::set_date_and_time(const QsoRecord& r, bool japanese, std::size_t 
   const bool by_station = time_mode_ == TimeMode::kJapaneseToJst;
   // Not cleared between contacts and runs: a mode that does not set it repeats the last value.
   if (all || by_station) state_.dx_flag = japanese ? "0" : "8";
-  if (trim(r.qso_date).empty()) {
+  if (is_blank(r.qso_date)) {
     date_ = "//";
   } else {
     date_ = mid_chars(r.date, 2, r.date.size());

@@ -121,7 +121,7 @@ class ListReader {
 
   // Towns are set in, carry no number, and stand under a gun.
   bool is_town(const std::string& text) const {
-    if (trim(text).empty()) return true;
+    if (is_blank(text)) return true;
     return kind_ == ListKind::kGuns && text[0] == ' ' &&
            text.find_first_of("0123456789") == std::string::npos;
   }

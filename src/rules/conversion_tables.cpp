@@ -57,7 +57,7 @@ std::size_t load_rows(const std::filesystem::path& path, std::size_t limit, Take
   while (!stream.at_end()) {
     std::array<std::string, Fields> fields;
     fields[0] = stream.next();
-    if (trim(fields[0]).empty()) break;
+    if (is_blank(fields[0])) break;
     if (rows == limit) {
       throw RecordError(path, rows + 1, "変換テーブルは " + std::to_string(limit) + " 行までです");
     }
@@ -144,7 +144,7 @@ void save_band_table(const std::filesystem::path& path, std::span<const BandRow>
   std::string text;
   for (std::size_t i = 0; i < rows.size() && i < BandTable::kSaved; ++i) {
     const BandRow& row = rows[i];
-    if (trim(row.adif).empty()) break;
+    if (is_blank(row.adif)) break;
     append_row(text, {std::to_string(i + 1), row.adif, row.freq, row.memo, row.placement});
   }
   replace_text_file(path, text);
@@ -153,7 +153,7 @@ void save_band_table(const std::filesystem::path& path, std::span<const BandRow>
 void save_mode_table(const std::filesystem::path& path, std::span<const ModeRow> rows) {
   std::string text;
   for (std::size_t i = 0; i < rows.size() && i < ModeTable::kSaved; ++i) {
-    if (trim(rows[i].adif).empty()) break;
+    if (is_blank(rows[i].adif)) break;
     append_row(text, {std::to_string(i + 1), rows[i].adif, rows[i].csv});
   }
   replace_text_file(path, text);

@@ -20,6 +20,10 @@ std::string_view trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+bool is_blank(std::string_view text) {
+  return text.find_first_not_of(' ') == std::string_view::npos;
+}
+
 void trim_in_place(std::string& text) {
   text.erase(text.find_last_not_of(' ') + 1);
   text.erase(0, text.find_first_not_of(' '));

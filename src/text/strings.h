@@ -11,6 +11,7 @@ namespace tobarine {
 // Without leading and trailing blanks.
 std::string_view trim(std::string_view text);
 void trim_in_place(std::string& text);
+bool is_blank(std::string_view text);  // nothing but blanks
 
 // Upper case of ASCII and full-width Latin letters; everything else stays.
 std::string upper(std::string_view text);
