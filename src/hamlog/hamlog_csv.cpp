@@ -17,7 +17,10 @@ void derive_date(std::string_view date, std::string& result) {
   result.assign("20").append(left_chars(date, 2)).append(mid_chars(date, 3, 2));
   result.append(right_chars(date, 2));
   const std::string_view year = left_chars(std::string_view(result).substr(2), 2);
-  if (leading_number(year) > kLastYearOf2000s) result.replace(0, 2, "19");
+  if (leading_number(year) > kLastYearOf2000s) {
+    result[0] = '1';
+    result[1] = '9';
+  }
 }
 
 void fill_record(const std::vector<std::string_view>& columns, QsoRecord& record) {
@@ -93,14 +96,13 @@ std::size_t count_lines(const std::filesystem::path& path) {
   return lines.line();
 }
 
-// Decodes the line, takes its quotes out and splits it, in one pass. Quotes and commas come too
-// irregularly for branches to be foretold, so the loop has none for them.
+// Decodes the line, takes its quotes out and splits it, in one pass.
 HamlogLineReader::Split HamlogLineReader::split(std::string_view line) {
   if (text_.size() < line.size() * kUtf8PerByte + 1) text_.resize(line.size() * kUtf8PerByte + 1);
   if (ends_.size() < line.size() + 1) ends_.resize(line.size() + 1);
   Split result;
-  unsigned quoted = 0;
-  unsigned inside_quotes = 0;
+  bool quoted = false;
+  bool inside_quotes = false;
   std::size_t commas = 0;
   char* out = text_.data();
   const char** const ends = ends_.data();
@@ -116,17 +118,17 @@ HamlogLineReader::Split HamlogLineReader::split(std::string_view line) {
       continue;
     }
     ++at;
-    const unsigned is_quote = c == '"' ? 1 : 0;
-    const unsigned is_comma = c == ',' ? 1 : 0;
-    quoted ^= is_quote;
-    inside_quotes |= is_comma & quoted;
-    ends[commas] = out;
-    commas += is_comma;
-    *out = c;
-    out += 1 - (is_quote | is_comma);
+    if (c == '"') {
+      quoted = !quoted;
+    } else if (c == ',') {
+      ends[commas++] = out;
+      inside_quotes = inside_quotes || quoted;
+    } else {
+      *out++ = c;
+    }
   }
   ends[commas] = out;
-  result.inside_quotes = inside_quotes != 0;
+  result.inside_quotes = inside_quotes;
   columns_.clear();
   const char* column = text_.data();
   for (std::size_t i = 0; i <= commas; ++i) {
