@@ -121,9 +121,9 @@ void H2lRules::derive_comment(QsoRecord& r, std::string_view kept1, std::string_
   }
   replace_all(comment, kDxMarker, "");
   trim_in_place(comment);
-  const bool marked = contains(r.rmks1, kDxMarker) || contains(r.rmks2, kDxMarker);
+  if (eqsl || !options_.dx_marker_in_comment) return;
   // The marker has always gone to the end of the comment, with no blank before it.
-  if (!eqsl && marked && options_.dx_marker_in_comment) comment += kDxMarker;
+  if (contains(r.rmks1, kDxMarker) || contains(r.rmks2, kDxMarker)) comment += kDxMarker;
 }
 
 void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2) {
@@ -175,13 +175,15 @@ void H2lRules::derive_codes(QsoRecord& r, std::size_t line, FindingLog& findings
 }
 
 const H2lRules::AdifMode& H2lRules::adif_mode(const std::string& mode) {
-  constexpr std::size_t kMostModes = 1000;  // a log of garbage must not fill the memory
-  const auto found = modes_.find(mode);
-  if (found != modes_.end()) return found->second;
+  constexpr std::size_t kMostModes = 100;  // a log of garbage must not fill the memory
+  for (const AdifMode& met : modes_) {
+    if (met.as_read == mode) return met;
+  }
   if (modes_.size() == kMostModes) modes_.clear();
-  AdifMode result{mode, false};
+  AdifMode result{mode, mode, false};
   result.known = tables_.modes.csv_to_adif(result.name) || is_adif_mode(mode);
-  return modes_.emplace(mode, std::move(result)).first->second;
+  modes_.push_back(std::move(result));
+  return modes_.back();
 }
 
 void H2lRules::derive_band_and_mode(AdifContact& contact, std::size_t line, FindingLog& findings) {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "callsign/call_analysis.h"
 #include "callsign/hamlog_codes.h"
@@ -65,6 +65,7 @@ class H2lRules {
 
  private:
   struct AdifMode {
+    std::string as_read;
     std::string name;
     bool known;  // in the mode table, or a mode of ADIF
   };
@@ -81,9 +82,9 @@ class H2lRules {
   H2lOptions options_;
   H2lTables tables_;
   AdifTarget target_;
-  std::string state_keyword_;                        // trimmed, upper case
-  std::string upper_remarks_;                        // scratch
-  std::unordered_map<std::string, AdifMode> modes_;  // the modes met so far, as read
+  std::string state_keyword_;    // trimmed, upper case
+  std::string upper_remarks_;    // scratch
+  std::vector<AdifMode> modes_;  // the modes met so far: few, and looked for at every contact
 };
 
 }  // namespace tobarine

@@ -46,9 +46,10 @@ std::optional<Moment> parse(std::string_view date, std::string_view time) {
   return sys_days(day) + hours(hour) + minutes(minute);
 }
 
-void append_two(std::string& text, unsigned number) {
-  text += static_cast<char>('0' + number / 10 % 10);
-  text += static_cast<char>('0' + number % 10);
+char* put_two(unsigned number, char* out) {
+  *out++ = static_cast<char>('0' + number / 10 % 10);
+  *out++ = static_cast<char>('0' + number % 10);
+  return out;
 }
 
 DateTime format(Moment moment, bool four_digit_year, char zone) {
@@ -56,15 +57,15 @@ DateTime format(Moment moment, bool four_digit_year, char zone) {
   const year_month_day day(midnight);
   const auto of_day = static_cast<unsigned>((moment - midnight).count());
   const auto year = static_cast<unsigned>(static_cast<int>(day.year()));
-  DateTime result;
-  if (four_digit_year) append_two(result.date, year / 100);
-  append_two(result.date, year);
-  append_two(result.date, static_cast<unsigned>(day.month()));
-  append_two(result.date, static_cast<unsigned>(day.day()));
-  append_two(result.time, of_day / 60);
-  append_two(result.time, of_day % 60);
-  result.time += zone;
-  return result;
+  std::array<char, 8> date{};
+  char* end = date.data();
+  if (four_digit_year) end = put_two(year / 100, end);
+  end = put_two(year, end);
+  end = put_two(static_cast<unsigned>(day.month()), end);
+  end = put_two(static_cast<unsigned>(day.day()), end);
+  std::array<char, 5> time{};
+  *put_two(of_day % 60, put_two(of_day / 60, time.data())) = zone;
+  return {std::string(date.data(), end), std::string(time.data(), time.size())};
 }
 
 struct ModeText {
