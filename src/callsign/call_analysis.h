@@ -38,7 +38,6 @@ class CallAnalysis {
   // Loads `dxcc_mas.txt`, `dxcc_hl.dat` and, where there, `dx_mastL.txt` and `dx_mastS.txt` from
   // the folder. Throws FileError, RecordError.
   void load(const std::filesystem::path& folder);
-  bool loaded() const { return !entities_.all().empty(); }
 
   // Any case, blanks around allowed. `date` is yyyymmdd, for overrides that count in a period only;
   // empty when unknown.

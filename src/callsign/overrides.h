@@ -29,8 +29,6 @@ class Overrides {
   // The longest prefix of the call with an entry that fits; 0: none.
   unsigned find_prefix(std::string_view call, std::string_view date) const;
 
-  bool empty() const { return entries_.empty(); }
-
  private:
   struct Entry {
     unsigned dxcc;

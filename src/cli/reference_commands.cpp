@@ -87,9 +87,7 @@ int build_jcc_master(Session& session) {
 
 int build_codes(Session& session) {
   const CliOptions& options = session.options();
-  if (hamlog_layout(options.input) == HamlogLayout::kOld) {
-    throw FileError(options.input, "ﾌｧｲﾙ形式が [ 旧 ] なので不適切です。");
-  }
+  refuse_old_layout(options.input);
   CallAnalysis calls;
   calls.load(session.folder());
   CodeLearner learner(calls);

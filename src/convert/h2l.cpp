@@ -8,12 +8,6 @@
 namespace tobarine {
 namespace {
 
-void refuse_old_layout(const std::filesystem::path& input) {
-  if (hamlog_layout(input) == HamlogLayout::kOld) {
-    throw FileError(input, "ﾌｧｲﾙ形式が [ 旧 ] なので不適切です。");
-  }
-}
-
 void convert_all(HamlogReader& reader, H2lRules& rules, AdifWriter& writer,
                  const RunContext& context, ConversionReport& report) {
   AdifContact contact;

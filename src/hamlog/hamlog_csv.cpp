@@ -88,6 +88,12 @@ HamlogLayout hamlog_layout(const std::filesystem::path& path) {
   return contains(rest.substr(0, rest.find(',')), "/") ? HamlogLayout::kNew : HamlogLayout::kOld;
 }
 
+void refuse_old_layout(const std::filesystem::path& path) {
+  if (hamlog_layout(path) == HamlogLayout::kOld) {
+    throw FileError(path, "ﾌｧｲﾙ形式が [ 旧 ] なので不適切です。");
+  }
+}
+
 std::size_t count_lines(const std::filesystem::path& path) {
   LineReader lines(path);
   std::string_view line;

@@ -27,6 +27,9 @@ enum class HamlogLayout { kNew, kOld, kEmpty };
 // Throws FileError; RecordError when the first line has no comma at all.
 HamlogLayout hamlog_layout(const std::filesystem::path& path);
 
+// The same, and FileError for the old layout.
+void refuse_old_layout(const std::filesystem::path& path);
+
 // The number of lines, a last one without a line end included.
 std::size_t count_lines(const std::filesystem::path& path);
 
