@@ -5,6 +5,7 @@
 
 #include "text/error.h"
 #include "text/strings.h"
+#include "zlog/all_reader.h"
 
 namespace tobarine {
 namespace {
@@ -12,8 +13,8 @@ namespace {
 constexpr LogKindInfo kKinds[] = {
     {LogKind::kHamlogCsv, "csv", "Hamlog v5.00 以降の CSV", LogKindInfo::kH2l},
     {LogKind::kHamlogHdb, "hdb", "Hamlog のデータベース", LogKindInfo::kNone},
-    {LogKind::kZlogAll, "z_all", "zLog の .ALL", LogKindInfo::kNone},
-    {LogKind::kZlogZlo, "z_zlo", "zLog の .ZLO", LogKindInfo::kNone},
+    {LogKind::kZlogAll, "z_all", "zLog の .ALL", LogKindInfo::kH2l, H2lSource::kZlogAll},
+    {LogKind::kZlogZlo, "z_zlo", "zLog の .ZLO", LogKindInfo::kH2l, H2lSource::kZlogZlo},
     {LogKind::kAdif, "adi", "ADIF", LogKindInfo::kL2h},
 };
 
@@ -45,7 +46,7 @@ std::optional<LogKind> recognise_log(const std::filesystem::path& name,
   for (const Extension& known : kExtensions) {
     if (equal_ignoring_case(extension, known.text)) return known.kind;
   }
-  if (contains(first_line, "zLog for Windows")) return LogKind::kZlogAll;
+  if (text_log_form(first_line) == TextLogForm::kZlogAll) return LogKind::kZlogAll;
   if (contains(upper(first_line), "<ADIF_VER") || contains(upper(first_line), "<CALL:")) {
     return LogKind::kAdif;
   }

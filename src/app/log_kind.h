@@ -5,15 +5,18 @@
 #include <optional>
 #include <string_view>
 
+#include "convert/h2l.h"
+
 namespace tobarine {
 
 enum class LogKind { kHamlogCsv, kHamlogHdb, kZlogAll, kZlogZlo, kAdif };
 
 struct LogKindInfo {
   LogKind kind;
-  std::string_view name;                   // as on the command line: "csv", "hdb", ...
-  std::string_view label;                  // for people
-  enum Input { kNone, kH2l, kL2h } input;  // of which conversion it is the input
+  std::string_view name;                     // as on the command line: "csv", "hdb", ...
+  std::string_view label;                    // for people
+  enum Input { kNone, kH2l, kL2h } input;    // of which conversions it is the input
+  H2lSource source = H2lSource::kHamlogCsv;  // for kH2l
 };
 
 const LogKindInfo& log_kind_info(LogKind kind);

@@ -153,6 +153,10 @@ H2lOptions h2l_options(const Settings& s) {
   return options;
 }
 
+char zlog_zone(const Settings& s) {
+  return s.Op_3 == 1 ? 'J' : 'U';
+}
+
 L2hOptions l2h_options(const Settings& s, int option1) {
   L2hOptions options;
   options.remarks.write_state = s.Chk_9 == 1;

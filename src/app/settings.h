@@ -73,6 +73,9 @@ bool set_setting(Settings& settings, std::string_view key, std::string_view valu
 // The options that a Hamlog-to-ADIF run takes from the settings.
 H2lOptions h2l_options(const Settings& settings);
 
+// The zone of zLog's times, 'U' (UTC) or 'J' (JST).
+char zlog_zone(const Settings& settings);
+
 // The options that an ADIF-to-Hamlog run takes from the settings; `option1` is the index of the
 // chosen time conversion, 0 .. 3.
 L2hOptions l2h_options(const Settings& settings, int option1);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 #include "app/log_kind.h"
 #include "cli/commands.h"
@@ -11,6 +12,10 @@
 #include "hamlog/hamlog_csv.h"
 #include "text/error.h"
 #include "text/input_file.h"
+#include "text/temporary_file.h"
+#include "zlog/all_reader.h"
+#include "zlog/contest.h"
+#include "zlog/zlo_reader.h"
 
 namespace tobarine {
 namespace {
@@ -18,6 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::optional<LogKind> recognise(const fs::path& input) {
+  if (const auto kind = recognise_log(input, {})) return kind;  // a binary log has no first line
   LineReader lines(input);
   std::string_view line;
   return recognise_log(input, lines.next(line) ? line : std::string_view());
@@ -47,8 +53,9 @@ int finish(Session& session, LogKind kind, const fs::path& output, const Convers
   const CliOptions& options = session.options();
   session.trace("変換数: " + std::to_string(report.written));
   print_run(options,
-            {log_kind_info(kind).name, path_text(fs::absolute(options.input)),
-             path_text(fs::absolute(output))},
+            {log_kind_info(kind).name,
+             path_text(fs::absolute(options.input)),
+             {path_text(fs::absolute(output))}},
             report);
   return report.stopped_by ? 1 : 0;
 }
@@ -66,7 +73,20 @@ int convert_h2l(Session& session) {
   const LogKind kind = input_kind(options, LogKindInfo::kH2l);
   const fs::path output =
       options.output.empty() ? output_path(options.input, "adi") : fs::path(options.output);
-  const H2lJob job{options.input, output, h2l_options(session.settings())};
+  H2lJob job{options.input,
+             output,
+             h2l_options(session.settings()),
+             log_kind_info(kind).source,
+             zlog_zone(session.settings()),
+             options.keep_intermediate};
+  const bool from_zlog = job.source != H2lSource::kHamlogCsv;
+  if (!from_zlog && !options.keep_intermediate.empty()) {
+    throw UsageError("--keep-intermediate は zLog のログのためのものです");
+  }
+  std::optional<TemporaryFile> temporary;
+  if (from_zlog && job.intermediate.empty()) {
+    job.intermediate = temporary.emplace(temporary_folders(session.folder()), "zlog_1").path();
+  }
   const ConversionTables tables = session.conversion_tables();
   CallTables calls;
   calls.load(session.folder());
@@ -111,7 +131,7 @@ int show_info(Session& session) {
   const fs::path input = session.options().input;
   const auto kind = recognise(input);
   if (!kind) throw FileError(input, "ファイルの種類が分かりません");
-  LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}};
+  LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}, {}};
   if (*kind == LogKind::kHamlogCsv) {
     const HamlogLayout layout = hamlog_layout(input);
     info.layout = layout == HamlogLayout::kOld ? "旧" : layout == HamlogLayout::kNew ? "新" : "空";
@@ -121,6 +141,15 @@ int show_info(Session& session) {
     const AdifFileInfo adif = scan_adif(input);
     info.layout = adif.utf8 ? "UTF-8" : "Shift-JIS";
     info.contacts = adif.contacts;
+  }
+  if (*kind == LogKind::kZlogAll) {
+    refuse_foreign_all(input);
+    info.contacts = count_all_contacts(input);
+  }
+  if (*kind == LogKind::kZlogZlo) {
+    refuse_foreign_zlo(input);
+    info.contest = read_contest(input);
+    info.contacts = info.contest->contacts;
   }
   print_info(session.options(), info);
   return 0;

@@ -25,8 +25,10 @@ class Parser {
     app_.add_flag("--report", o_.report, "変換の報告も表示する");
     app_.add_flag("--json", o_.json, "結果と報告を JSON で表示する");
     app_.add_flag("--quiet", o_.quiet, "何も表示しない (エラーを除く)");
-    add_conversion("h2l", "Hamlog の CSV を Logger32 の ADIF に変換する", Command::kH2l);
-    add_conversion("eqsl", "Hamlog の CSV を eQSL.cc の ADIF に変換する", Command::kEqsl);
+    add_conversion("h2l", "Hamlog の CSV や zLog のログを Logger32 の ADIF に変換する",
+                   Command::kH2l);
+    add_conversion("eqsl", "Hamlog の CSV や zLog のログを eQSL.cc の ADIF に変換する",
+                   Command::kEqsl);
     CLI::App* l2h =
         add(&app_, "l2h", "Logger32 や N1MM の ADIF を Hamlog の CSV に変換する", Command::kL2h);
     l2h->add_option("INPUT", o_.input, "入力ファイル")->required();
@@ -65,7 +67,10 @@ class Parser {
     CLI::App* sub = add(&app_, name, help, command);
     sub->add_option("INPUT", o_.input, "入力ファイル")->required();
     sub->add_option("-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .adi)");
-    sub->add_option("--kind", o_.kind, "入力の種類: csv (無ければ名前と一行目から判断)");
+    sub->add_option("--kind", o_.kind,
+                    "入力の種類: csv、z_all、z_zlo (無ければ名前と一行目から判断)");
+    sub->add_option("--keep-intermediate", o_.keep_intermediate,
+                    "zLog のログの中間ファイル (zlog_1.csv) を残す所");
   }
 
   void add_lookups() {

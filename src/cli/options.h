@@ -33,8 +33,9 @@ struct CliOptions {
   std::string input;
   std::string output;
   std::string kind;
-  std::string time = "none";  // none, jst, utc, ja
-  std::string date;           // yyyymmdd
+  std::string keep_intermediate;  // where a zLog log's intermediate file goes; empty: nowhere
+  std::string time = "none";      // none, jst, utc, ja
+  std::string date;               // yyyymmdd
   std::vector<std::string> items;
   std::string url;    // of the JARL lists; empty: the league's own
   long timeout = 60;  // seconds

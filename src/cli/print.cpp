@@ -1,5 +1,6 @@
 #include "cli/print.h"
 
+#include <algorithm>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -29,12 +30,13 @@ Json findings_json(const FindingLog& findings) {
   return kinds;
 }
 
-std::size_t all_findings(const FindingLog& findings) {
+// Those that belong to a contact.
+std::size_t contact_findings(const FindingLog& findings) {
   std::size_t all = 0;
   for (int k = 0; k < static_cast<int>(FindingKind::kCount); ++k) {
     all += findings.count(static_cast<FindingKind>(k));
   }
-  return all;
+  return all - static_cast<std::size_t>(std::ranges::count(findings.kept(), 0U, &Finding::line));
 }
 
 struct VerdictText {
@@ -70,11 +72,15 @@ void print_run(const CliOptions& options, const RunNames& names, const Conversio
   if (report.stopped_by) std::cerr << *report.stopped_by << '\n';
   if (options.quiet) return;
   if (options.json) {
-    Json json = {{"kind", names.kind},
-                 {"input", names.input},
-                 {"output", names.output},
-                 {"read", report.read},
-                 {"written", report.written}};
+    Json json = {{"kind", names.kind}, {"input", names.input}};
+    if (names.outputs.size() == 1) {
+      json["output"] = names.outputs[0];
+    } else {
+      json["outputs"] = names.outputs;
+    }
+    json["read"] = report.read;
+    json["written"] = report.written;
+    json["lines_are"] = report.in_records ? "records" : "lines";
     json["error"] = report.stopped_by ? Json(*report.stopped_by) : Json(nullptr);
     json["findings"] = findings_json(report.findings);
     print_json(json, 2);
@@ -83,9 +89,10 @@ void print_run(const CliOptions& options, const RunNames& names, const Conversio
   std::cout << "入力数: " << report.read << " 件\n変換数: " << report.written << " 件\n";
   if (!report.stopped_by) std::cout << "処理終了\n";
   if (options.report) std::cout << report_text(report);
-  std::cerr << "出力: " << names.output << '\n';
-  const std::size_t told = all_findings(report.findings);
-  if (told > 0 && !options.report) {
+  for (const std::string& output : names.outputs) std::cerr << "出力: " << output << '\n';
+  if (options.report) return;
+  std::cerr << file_notes(report);
+  if (const std::size_t told = contact_findings(report.findings); told > 0) {
     std::cerr << "お知らせが " << told << " 件あります (--report で表示します)\n";
   }
 }
@@ -96,11 +103,19 @@ void print_info(const CliOptions& options, const LogInfo& info) {
     Json json = {{"kind", info.kind}, {"label", info.label}};
     if (!info.layout.empty()) json["layout"] = info.layout;
     if (info.contacts) json["contacts"] = *info.contacts;
+    if (info.contest) {
+      json["contest"] = info.contest->name;
+      json["dx_contest"] = info.contest->is_dx;
+    }
     print_json(json, 2);
     return;
   }
   std::cout << "種類: " << info.kind << " (" << info.label << ")\n";
   if (!info.layout.empty()) std::cout << "形式: " << info.layout << '\n';
+  if (info.contest) {
+    std::cout << "コンテスト: " << (info.contest->name.empty() ? "(なし)" : info.contest->name)
+              << "\nDX コンテスト: " << (info.contest->is_dx ? "はい" : "いいえ") << '\n';
+  }
   if (info.contacts) std::cout << "入力数: " << *info.contacts << " 件\n";
 }
 

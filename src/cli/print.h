@@ -17,6 +17,7 @@
 #include "reference/dxcc_builder.h"
 #include "reference/jarl_lists.h"
 #include "reference/jcc_builder.h"
+#include "zlog/contest.h"
 
 namespace tobarine {
 
@@ -26,7 +27,7 @@ void print_note(const CliOptions& options, std::string_view text);
 struct RunNames {
   std::string_view kind;
   std::string input;
-  std::string output;
+  std::vector<std::string> outputs;
 };
 
 // The counts and, as the options say, the report. A run that a record ended prints no "処理終了"
@@ -38,6 +39,7 @@ struct LogInfo {
   std::string_view label;
   std::string_view layout;              // empty: does not apply
   std::optional<std::size_t> contacts;  // nothing: not counted for this kind
+  std::optional<ContestInfo> contest;   // of logs that tell it
 };
 void print_info(const CliOptions& options, const LogInfo& info);
 

@@ -1,42 +1,83 @@
 #include "convert/h2l.h"
 
+#include <memory>
+#include <utility>
+
+#include "convert/intermediate_reader.h"
 #include "hamlog/adif_writer.h"
 #include "hamlog/hamlog_csv.h"
 #include "text/error.h"
 #include "text/output_file.h"
+#include "zlog/all_reader.h"
+#include "zlog/contest.h"
+#include "zlog/zlo_reader.h"
 
 namespace tobarine {
 namespace {
 
-void convert_all(HamlogReader& reader, H2lRules& rules, AdifWriter& writer,
-                 const RunContext& context, ConversionReport& report) {
-  AdifContact contact;
-  while (reader.next(contact.record, report.findings)) {
-    ++report.read;
-    context.tell(report.read, reader.file().bytes_read(), reader.file().size());
-    if (!rules.apply(contact, reader.line(), report.findings)) continue;
-    if (const std::size_t lacking = writer.write(contact); lacking > 0) {
-      report.findings.add(FindingKind::kNotEncodable, reader.line(), contact.record.call,
-                          std::to_string(lacking) + " 文字");
-    }
-    ++report.written;
-  }
+std::unique_ptr<ContactReader> open_hamlog(const H2lJob& job, AdifTarget target) {
+  refuse_old_layout(job.input);
+  if (target == AdifTarget::kEqsl) return std::make_unique<HamlogRowReader>(job.input);
+  return std::make_unique<HamlogLineReader>(job.input);
 }
 
-ConversionReport run(const H2lJob& job, HamlogReader& reader, AdifTarget target,
-                     const ConversionTables& tables, const CallTables& calls,
-                     const RunContext& context) {
-  refuse_same_file(job.input, job.output);
-  H2lRules rules(job.options, {tables.bands, tables.modes, calls.calls, calls.codes}, target);
-  OutputFile output(job.output);
-  AdifWriter writer(output, target, job.options.write_qth);
-  ConversionReport report;
-  writer.write_header();
+// Writes the intermediate file, the first half of the work, and counts the log's contacts.
+std::unique_ptr<ContactReader> open_zlog(const H2lJob& job, const RunContext& context,
+                                         ConversionReport& report) {
+  refuse_same_file(job.input, job.intermediate);
+  refuse_same_file(job.output, job.intermediate);
+  std::unique_ptr<ZlogReader> log;
+  if (job.source == H2lSource::kZlogAll) {
+    refuse_foreign_all(job.input);
+    log = std::make_unique<AllReader>(job.input);
+  } else {
+    refuse_foreign_zlo(job.input);
+    log = std::make_unique<ZloReader>(job.input);
+  }
+  IntermediateFile written = write_intermediate(*log, job.zlog_zone, job.intermediate,
+                                                context.part(0, 0.5), report.findings);
+  report.in_records = job.source == H2lSource::kZlogZlo;
+  report.read = report.in_records ? read_contest(job.input).contacts : log->number() - 1;
+  report.stopped_by = std::move(written.stopped_by);
+  report.findings.add(FindingKind::kZoneRead, 0, "",
+                      job.zlog_zone == 'J' ? "JST" : "UTC (JST なら設定 Op_3 = 1)");
+  return std::make_unique<IntermediateReader>(job.intermediate, std::move(written.numbers));
+}
+
+// Returns the number of contacts read.
+std::size_t convert_all(ContactReader& reader, H2lRules& rules, AdifWriter& writer,
+                        const RunContext& context, ConversionReport& report) {
+  AdifContact contact;
+  std::size_t read = 0;
   try {
-    convert_all(reader, rules, writer, context, report);
+    while (reader.next(contact.record, report.findings)) {
+      context.tell(++read, reader.file().bytes_read(), reader.file().size());
+      if (!rules.apply(contact, reader.line(), report.findings)) continue;
+      if (const std::size_t lacking = writer.write(contact); lacking > 0) {
+        report.findings.add(FindingKind::kNotEncodable, reader.line(), contact.record.call,
+                            std::to_string(lacking) + " 文字");
+      }
+      ++report.written;
+    }
   } catch (const RecordError& error) {
     report.stopped_by = error.what();
   }
+  return read;
+}
+
+ConversionReport run(const H2lJob& job, AdifTarget target, const ConversionTables& tables,
+                     const CallTables& calls, const RunContext& context) {
+  refuse_same_file(job.input, job.output);
+  ConversionReport report;
+  const bool from_zlog = job.source != H2lSource::kHamlogCsv;
+  const auto reader = from_zlog ? open_zlog(job, context, report) : open_hamlog(job, target);
+  H2lRules rules(job.options, {tables.bands, tables.modes, calls.calls, calls.codes}, target);
+  OutputFile output(job.output);
+  AdifWriter writer(output, target, job.options.write_qth);
+  writer.write_header();
+  const RunContext rest = from_zlog ? context.part(0.5, 1) : context;
+  const std::size_t read = convert_all(*reader, rules, writer, rest, report);
+  if (!from_zlog) report.read = read;
   output.close();
   return report;
 }
@@ -45,16 +86,12 @@ ConversionReport run(const H2lJob& job, HamlogReader& reader, AdifTarget target,
 
 ConversionReport run_h2l(const H2lJob& job, const ConversionTables& tables, const CallTables& calls,
                          const RunContext& context) {
-  refuse_old_layout(job.input);
-  HamlogLineReader reader(job.input);
-  return run(job, reader, AdifTarget::kLogger32, tables, calls, context);
+  return run(job, AdifTarget::kLogger32, tables, calls, context);
 }
 
 ConversionReport run_eqsl(const H2lJob& job, const ConversionTables& tables,
                           const CallTables& calls, const RunContext& context) {
-  refuse_old_layout(job.input);
-  HamlogRowReader reader(job.input);
-  return run(job, reader, AdifTarget::kEqsl, tables, calls, context);
+  return run(job, AdifTarget::kEqsl, tables, calls, context);
 }
 
 }  // namespace tobarine

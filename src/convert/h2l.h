@@ -1,4 +1,4 @@
-// The runs from a Hamlog log to ADIF.
+// The runs from a Hamlog or zLog log to ADIF.
 #pragma once
 
 #include <filesystem>
@@ -10,14 +10,21 @@
 
 namespace tobarine {
 
+enum class H2lSource { kHamlogCsv, kZlogAll, kZlogZlo };
+
 struct H2lJob {
-  std::filesystem::path input;  // Hamlog CSV
+  std::filesystem::path input;
   std::filesystem::path output;
   H2lOptions options;
+  H2lSource source = H2lSource::kHamlogCsv;
+
+  // For zLog's logs only.
+  char zlog_zone = 'U';                // of the log's times: 'J' (JST) or 'U' (UTC)
+  std::filesystem::path intermediate;  // written and left for the user to look at
 };
 
 // ADIF for Logger32 / for eQSL.cc. The output is created only when the input can be opened and is
-// in the new layout. Throws FileError (also for the old layout), RecordError (first line),
+// what it should be. Throws FileError (also for Hamlog's old layout), RecordError (first line),
 // UsageError.
 ConversionReport run_h2l(const H2lJob& job, const ConversionTables& tables, const CallTables& calls,
                          const RunContext& context);

@@ -4,19 +4,31 @@
 
 namespace tobarine {
 
-std::string report_text(const ConversionReport& report) {
+std::string file_notes(const ConversionReport& report) {
   std::string text;
+  for (const Finding& finding : report.findings.kept()) {
+    if (finding.line != 0) continue;
+    text.append(finding_heading(finding.kind));
+    text.append(finding.text.empty() ? "" : ": ").append(finding.text).append("\n");
+  }
+  return text;
+}
+
+std::string report_text(const ConversionReport& report) {
+  std::string text = file_notes(report);
   for (int k = 0; k < static_cast<int>(FindingKind::kCount); ++k) {
     const auto kind = static_cast<FindingKind>(k);
     const std::size_t count = report.findings.count(kind);
-    if (count == 0) continue;
-    text.append(finding_heading(kind)).append(": ").append(std::to_string(count)).append(" 件\n");
+    std::string items;
     for (const Finding& finding : report.findings.kept()) {
-      if (finding.kind != kind) continue;
-      if (finding.line == 0) continue;  // about the file as a whole: the heading says it all
-      text.append("  ").append(std::to_string(finding.line)).append(" 行目  ");
-      text.append(finding.call).append("  ").append(finding.text).append("\n");
+      if (finding.kind != kind || finding.line == 0) continue;
+      const std::string number = std::to_string(finding.line);
+      items.append("  ").append(report.in_records ? "レコード " + number : number + " 行目");
+      items.append("  ").append(finding.call).append("  ").append(finding.text).append("\n");
     }
+    if (items.empty()) continue;
+    text.append(finding_heading(kind)).append(": ").append(std::to_string(count)).append(" 件\n");
+    text.append(items);
     if (count > FindingLog::kKept) {
       text.append("  ... 以下 ").append(std::to_string(count - FindingLog::kKept));
       text.append(" 件は省略\n");

@@ -13,6 +13,7 @@ struct ConversionReport {
   std::size_t read = 0;     // contacts taken from the input
   std::size_t written = 0;  // contacts in the output
   FindingLog findings;
+  bool in_records = false;  // the findings' lines are records of a binary log
 
   // Set when a record ended the run early: the message naming file, line and reason. The output
   // then holds the contacts before it.
@@ -21,5 +22,8 @@ struct ConversionReport {
 
 // The report as lines for people (UTF-8, each ended by LF); empty when there is nothing to tell.
 std::string report_text(const ConversionReport& report);
+
+// What concerns the whole file, a line each: everyone should read it.
+std::string file_notes(const ConversionReport& report);
 
 }  // namespace tobarine

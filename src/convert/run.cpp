@@ -30,4 +30,9 @@ void RunContext::tell(std::size_t contacts, std::uint64_t bytes_done,
   progress(static_cast<double>(bytes_done) / static_cast<double>(bytes_all));
 }
 
+RunContext RunContext::part(double from, double to) const {
+  if (!progress) return {};
+  return {[whole = progress, from, to](double done) { whole(from + done * (to - from)); }};
+}
+
 }  // namespace tobarine

@@ -23,6 +23,9 @@ struct RunContext {
 
   // Calls `progress` at every few thousandth contact.
   void tell(std::size_t contacts, std::uint64_t bytes_done, std::uint64_t bytes_all) const;
+
+  // For a part of the run, which is `from` .. `to` of the whole.
+  RunContext part(double from, double to) const;
 };
 
 }  // namespace tobarine

@@ -1,7 +1,5 @@
 #include "hamlog/hamlog_csv.h"
 
-#include <algorithm>
-
 #include "text/cp932.h"
 #include "text/error.h"
 #include "text/strings.h"
@@ -9,40 +7,6 @@
 
 namespace tobarine {
 namespace {
-
-constexpr double kLastYearOf2000s = 30;
-
-// yy/mm/dd to yyyymmdd, by position, whatever the characters are.
-void derive_date(std::string_view date, std::string& result) {
-  result.assign("20").append(left_chars(date, 2)).append(mid_chars(date, 3, 2));
-  result.append(right_chars(date, 2));
-  const std::string_view year = left_chars(std::string_view(result).substr(2), 2);
-  if (leading_number(year) > kLastYearOf2000s) {
-    result[0] = '1';
-    result[1] = '9';
-  }
-}
-
-void fill_record(const std::vector<std::string_view>& columns, QsoRecord& record) {
-  constexpr std::array<std::string QsoRecord::*, 14> kFields = {
-      &QsoRecord::call,   &QsoRecord::date, &QsoRecord::time, &QsoRecord::his_rst,
-      &QsoRecord::my_rst, &QsoRecord::freq, &QsoRecord::mode, &QsoRecord::code,
-      &QsoRecord::grid,   &QsoRecord::qsl,  &QsoRecord::name, &QsoRecord::qth,
-      &QsoRecord::rmks1,  &QsoRecord::rmks2};
-  for (std::string QsoRecord::*derived :
-       {&QsoRecord::band, &QsoRecord::adif_mode, &QsoRecord::dxcc, &QsoRecord::jcc, &QsoRecord::jcg,
-        &QsoRecord::state, &QsoRecord::iota, &QsoRecord::qsl_via, &QsoRecord::qsl_sent,
-        &QsoRecord::qsl_rcvd, &QsoRecord::comment, &QsoRecord::band_remark,
-        &QsoRecord::band_remark_pos}) {
-    (record.*derived).clear();
-  }
-  for (std::size_t i = 0; i < kFields.size(); ++i) record.*kFields[i] = columns[i];
-  derive_date(record.date, record.qso_date);
-  record.time_on.assign(left_chars(record.time, 2)).append(right_chars(record.time, 3));
-  record.freq = trim(columns[5]);
-  record.qsl += "  ";
-  record.qsl.resize(left_chars(record.qsl, 3).size());
-}
 
 // The beginning of a line, fit for a message.
 std::string beginning(std::string_view line) {
@@ -92,14 +56,6 @@ void refuse_old_layout(const std::filesystem::path& path) {
   if (hamlog_layout(path) == HamlogLayout::kOld) {
     throw FileError(path, "ﾌｧｲﾙ形式が [ 旧 ] なので不適切です。");
   }
-}
-
-std::size_t count_lines(const std::filesystem::path& path) {
-  LineReader lines(path);
-  std::string_view line;
-  while (lines.next(line)) {
-  }
-  return lines.line();
 }
 
 // Decodes the line, takes its quotes out and splits it, in one pass.

@@ -5,15 +5,13 @@
 // and is not used. Columns behind are ignored.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "rules/findings.h"
-#include "rules/qso_record.h"
+#include "hamlog/contact_reader.h"
 #include "text/csv.h"
 #include "text/input_file.h"
 
@@ -30,29 +28,10 @@ HamlogLayout hamlog_layout(const std::filesystem::path& path);
 // The same, and FileError for the old layout.
 void refuse_old_layout(const std::filesystem::path& path);
 
-// The number of lines, a last one without a line end included.
-std::size_t count_lines(const std::filesystem::path& path);
-
-// Hands out a log's contacts one at a time.
-class HamlogReader {
- public:
-  virtual ~HamlogReader() = default;
-
-  // Fills the source fields of the record and clears all others, and sets the forms that follow
-  // directly from a column: `qso_date` (yyyymmdd: a two-digit year up to 30 is 20xx), `time_on`
-  // (the first two and last three characters of the time: hhmm and zone letter), `freq` trimmed and
-  // `qsl` filled up to three characters. False at the end. Throws FileError; RecordError for a line
-  // with too few columns, which ends the reading.
-  virtual bool next(QsoRecord& record, FindingLog& findings) = 0;
-
-  virtual std::size_t line() const = 0;       // of the last contact, from 1
-  virtual const InputFile& file() const = 0;  // for progress
-};
-
 // Every double quote is taken out of a line, then it is split at every comma: a comma inside quotes
 // splits too and shifts the columns behind. This is how Hamlog's lines have always been read here;
 // such lines are reported.
-class HamlogLineReader : public HamlogReader {
+class HamlogLineReader : public ContactReader {
  public:
   explicit HamlogLineReader(const std::filesystem::path& path) : lines_(path) {}
   bool next(QsoRecord& record, FindingLog& findings) override;
@@ -73,7 +52,7 @@ class HamlogLineReader : public HamlogReader {
 };
 
 // Reads with regard to quotes: a comma or line end inside quotes belongs to the field.
-class HamlogRowReader : public HamlogReader {
+class HamlogRowReader : public ContactReader {
  public:
   explicit HamlogRowReader(const std::filesystem::path& path) : rows_(path) {}
   bool next(QsoRecord& record, FindingLog& findings) override;

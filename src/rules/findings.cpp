@@ -50,6 +50,21 @@ constexpr KindText kKinds[] = {
     {FindingKind::kReadAsUtf8, "read-as-utf8", "UTF-8 として読んだファイル"},
     {FindingKind::kMaybeUtf8, "maybe-utf8",
      "Shift-JIS として読んだが UTF-8 かもしれないファイル (文字化けがないか確認して下さい)"},
+    {FindingKind::kOddField, "odd-field", "日付、時刻、コール、バンドがそれらしくない交信"},
+    {FindingKind::kFreqKept, "freq-kept",
+     "かっこの中の周波数を読めないので、前の交信の周波数にした交信"},
+    {FindingKind::kFreqOffBand, "freq-off-band", "周波数がバンドの欄と合わない交信"},
+    {FindingKind::kLeftOutByTime, "left-out-by-time",
+     "日時が 1989/09/17 から 2079/06/04 までの外なので出力しなかった交信"},
+    {FindingKind::kRecordCutOff, "record-cut-off",
+     "ファイルが途中で切れていて出力しなかった最後の交信"},
+    {FindingKind::kNoDateOrCall, "no-date-or-call", "日付またはコールが無いので出力しなかった交信"},
+    {FindingKind::kNoZlogBand, "no-zlog-band",
+     "zLog に無いバンドなので .all と .zlo に出力しなかった交信"},
+    {FindingKind::kOtherMode, "other-mode", "zLog に無いので Other にしたモード"},
+    {FindingKind::kZlogFieldCut, "zlog-field-cut", "zLog のファイルの欄に入りきらない値"},
+    {FindingKind::kZoneRead, "zone-read", "zLog の時刻の読み方"},
+    {FindingKind::kZoneWritten, "zone-written", "時刻の書き方 (ファイルには記されません)"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

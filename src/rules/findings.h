@@ -35,6 +35,17 @@ enum class FindingKind {
   kNoHamlogCode,
   kReadAsUtf8,
   kMaybeUtf8,
+  kOddField,
+  kFreqKept,
+  kFreqOffBand,
+  kLeftOutByTime,
+  kRecordCutOff,
+  kNoDateOrCall,
+  kNoZlogBand,
+  kOtherMode,
+  kZlogFieldCut,
+  kZoneRead,
+  kZoneWritten,
   kCount
 };
 

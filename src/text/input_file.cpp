@@ -90,6 +90,14 @@ bool LineReader::next(std::string_view& line) {
   }
 }
 
+std::size_t count_lines(const std::filesystem::path& path) {
+  LineReader lines(path);
+  std::string_view line;
+  while (lines.next(line)) {
+  }
+  return lines.line();
+}
+
 std::string read_whole_file(const std::filesystem::path& path) {
   InputFile file(path);
   std::string bytes;

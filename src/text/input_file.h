@@ -82,6 +82,9 @@ class LineReader {
   std::size_t pending_ = 0;
 };
 
+// The number of lines, a last one without a line end included. Throws FileError, RecordError.
+std::size_t count_lines(const std::filesystem::path& path);
+
 // The whole file as bytes. For the small files of the program folder.
 std::string read_whole_file(const std::filesystem::path& path);
 

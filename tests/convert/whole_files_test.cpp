@@ -62,6 +62,27 @@ TEST(WholeFile, HamlogSampleToAdif) {
   }
 }
 
+// The same contest as a text and as a binary log.
+TEST(WholeFile, ZlogSamplesToAdif) {
+  const TestFolder folder;
+  for (const H2lSource source : {H2lSource::kZlogAll, H2lSource::kZlogZlo}) {
+    const bool binary = source == H2lSource::kZlogZlo;
+    H2lJob job{kSamples / (binary ? "contest.zlo" : "contest.all"), folder / "out.adi", {}, source};
+    job.zlog_zone = 'J';
+    job.intermediate = folder / "zlog_1.csv";
+    const ConversionReport report =
+        run_h2l(job, delivered<ConversionTables>(), delivered<CallTables>(), {});
+    EXPECT_EQ(report.read, 16U);
+    EXPECT_EQ(report.findings.count(FindingKind::kOddField), 0U);
+    expect_bytes(job.intermediate, "contest_zlog_1.csv");
+    expect_bytes(job.output, "contest.adi");
+    job.options.write_qth = true;
+    job.options.slash_call_in_comment = true;
+    run_eqsl(job, delivered<ConversionTables>(), delivered<CallTables>(), {});
+    expect_bytes(job.output, "contest_eqsl.adi");
+  }
+}
+
 ConversionReport to_hamlog(const fs::path& input, const fs::path& output,
                            const L2hOptions& options) {
   L2hState state;

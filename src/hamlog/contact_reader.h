@@ -1,0 +1,33 @@
+// What every reader of the way to ADIF hands to the rules: Hamlog's columns as a contact.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+#include "rules/findings.h"
+#include "rules/qso_record.h"
+#include "text/input_file.h"
+
+namespace tobarine {
+
+// Hands out a log's contacts one at a time.
+class ContactReader {
+ public:
+  virtual ~ContactReader() = default;
+
+  // Fills the record as fill_record() does. False at the end. Throws FileError; RecordError for a
+  // line with too few columns, which ends the reading.
+  virtual bool next(QsoRecord& record, FindingLog& findings) = 0;
+
+  virtual std::size_t line() const = 0;       // of the last contact in the user's log, from 1
+  virtual const InputFile& file() const = 0;  // for progress
+};
+
+// Fills the source fields of the record from Hamlog's first fourteen columns (see hamlog_csv.h) and
+// clears all others, and sets the forms that follow directly from a column: `qso_date` (yyyymmdd: a
+// two-digit year up to 30 is 20xx), `time_on` (the first two and last three characters of the time:
+// hhmm and zone letter), `freq` trimmed and `qsl` filled up to three characters.
+void fill_record(std::span<const std::string_view> columns, QsoRecord& record);
+
+}  // namespace tobarine

@@ -1,0 +1,24 @@
+// The contest that a .ZLO log was made in.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tobarine {
+
+struct ContestInfo {
+  std::string name;          // UTF-8, without blanks around; empty when the log does not tell
+  bool is_dx = false;        // the name is one of the DX contests listed here
+  std::size_t contacts = 0;  // by the file's length
+};
+
+// Throws FileError.
+ContestInfo read_contest(const std::filesystem::path& zlo);
+
+// The place of a name in the list of DX contests, from 0; compared exactly.
+std::optional<std::size_t> dx_contest_index(std::string_view name);
+
+}  // namespace tobarine
