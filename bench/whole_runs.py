@@ -43,6 +43,29 @@ def make_hamlog(path, contacts):
             file.write((",".join(f'"{f}"' for f in fields) + "\r\n").encode("cp932"))
 
 
+def make_n1mm(path, contacts):
+    """A contest log in ADIF, from which the zLog logs are made."""
+    pick = random.Random(2)
+    bands = [("160M", "1.908"), ("80M", "3.52"), ("40M", "7.0255"), ("20M", "14.15"),
+             ("15M", "21.01"), ("10M", "28.08"), ("6M", "50.3"), ("2M", "144.2"), ("70CM", "433.02")]
+    with open(path, "w", encoding="ascii", newline="") as file:
+        file.write("made up\r\n<EOH>\r\n")
+        for i in range(contacts):
+            call = pick.choice(["JA", "JH", "JR", "7K", "W", "DL"]) + str(pick.randrange(10))
+            call += "".join(pick.choices("ABCDEFGHIJKLMNOPQRSTUVWXYZ", k=3))
+            if pick.random() < 0.05:
+                call += f"/{pick.randrange(10)}"
+            band, freq = pick.choice(bands)
+            tags = {"CALL": call, "QSO_DATE": f"202407{pick.randint(1, 28):02}",
+                    "TIME_ON": f"{pick.randrange(24):02}{pick.randrange(60):02}00", "BAND": band,
+                    "STATION_CALLSIGN": "JA1QAA", "FREQ": freq, "CONTEST_ID": "MADE-UP",
+                    "MODE": pick.choice(["CW", "SSB", "FM", "RTTY"]), "RST_RCVD": "599",
+                    "RST_SENT": "599", "STX": str(i + 1), "OPERATOR": "JA1QAA",
+                    "APP_N1MM_POINTS": "1", "APP_N1MM_RADIO_NR": "1",
+                    "APP_N1MM_EXCHANGE1": f"{pick.randint(1, 48):02}{pick.choice('HMLP')}"}
+            file.write(" ".join(f"<{k}:{len(v)}>{v}" for k, v in tags.items()) + " <EOR>\r\n")
+
+
 def run(command):
     """Wall seconds and peak resident KiB of one process."""
     start = time.perf_counter()
@@ -61,6 +84,9 @@ def main():
                 "--set", "Chk_11=1", "--set", "Chk_16=1"]
         adif = f"{folder}/log.adi"
         subprocess.run([CLI, "--quiet", *full, "h2l", log, "-o", adif], check=True)
+        n1mm, contest = f"{folder}/n1mm.adi", f"{folder}/contest"
+        make_n1mm(n1mm, contacts)
+        subprocess.run([CLI, "--quiet", "adif2zlog", n1mm, "-o", contest], check=True)
         commands = {
             "iconv": ["iconv", "-f", "cp932", "-t", "utf-8", "-o", f"{folder}/out.txt", log],
             "h2l": [CLI, "--quiet", "h2l", log, "-o", out],
@@ -69,6 +95,13 @@ def main():
             "iconv of the ADIF": ["iconv", "-f", "cp932", "-t", "utf-8", "-o", f"{folder}/out.txt", adif],
             "l2h": [CLI, "--quiet", "l2h", adif, "-o", f"{folder}/out.csv"],
             "l2h, to JST": [CLI, "--quiet", "l2h", "--time", "jst", adif, "-o", f"{folder}/out.csv"],
+            "iconv of the .all": ["iconv", "-f", "cp932", "-t", "utf-8", "-o", f"{folder}/out.txt",
+                                  f"{contest}.all"],
+            "h2l of the .all": [CLI, "--quiet", "h2l", f"{contest}.all", "-o", out],
+            "h2l of the .zlo": [CLI, "--quiet", "h2l", f"{contest}.zlo", "-o", out],
+            "iconv of its ADIF": ["iconv", "-f", "cp932", "-t", "utf-8", "-o", f"{folder}/out.txt",
+                                  n1mm],
+            "adif2zlog": [CLI, "--quiet", "adif2zlog", n1mm, "-o", f"{folder}/out"],
         }
         best = {name: (float("inf"), 0) for name in commands}
         for _ in range(ROUNDS):

@@ -127,7 +127,12 @@ void write_settings(const Settings& settings, const std::filesystem::path& file)
 bool set_setting(Settings& settings, std::string_view name, std::string_view value) {
   const auto key = std::ranges::find(kKeys, name, &Key::name);
   if (key == std::end(kKeys)) return false;
-  assign(settings, *key, left_chars(value, kLongestValue));
+  const std::string_view kept = left_chars(value, kLongestValue);
+  if (const auto* text = std::get_if<std::string Settings::*>(&key->field)) {
+    settings.** text = kept;
+  } else {
+    assign(settings, *key, kept);
+  }
   return true;
 }
 
@@ -155,6 +160,32 @@ H2lOptions h2l_options(const Settings& s) {
 
 char zlog_zone(const Settings& s) {
   return s.Op_3 == 1 ? 'J' : 'U';
+}
+
+AdifToZlogOptions adif_to_zlog_options(const Settings& s) {
+  const bool to_jst = s.utc_jst_str == time_mode_keyword(TimeMode::kAllJst) ||
+                      s.utc_jst_str == time_mode_keyword(TimeMode::kAllJstFromAdif);
+  AdifToZlogOptions options;
+  options.zlog.all_to_jst = to_jst || s.zlog_all_jst == "1";
+  options.zlog.zlo_to_jst = to_jst;
+  if (s.set_STX != "0") options.zlog.sent_number = s.set_STX;  // "0" is what an empty text becomes
+  options.zlog.running_number = s.TX_NR_001 == "1";
+  options.zlog.drop_power_letter = s.del_power_flag == "1";
+  options.zlog.write_operator = s.OP_name_tenki == "1";
+  options.zlog.write_tx_number = s.TX_NR_tenki == "1";
+  options.zlog.write_comment = s.COMMENT_tenki == "1";
+  options.zlog.write_age = s.AGE_tenki == "1";
+  options.zlog.write_iota = s.IOTA_tenki == "1";
+  const auto place = [](const std::string& remarks) { return remarks == "2" ? 2 : 1; };
+  options.comment_remarks = place(s.COMMENT_rmks);
+  options.age_remarks = place(s.AGE_rmks);
+  options.iota_remarks = place(s.IOTA_rmks);
+  options.tx_remarks = place(s.TX_NR_rmks);
+  options.remarks = l2h_options(s, 0).remarks;
+  if (to_jst) options.csv_time = TimeMode::kAllJstFromAdif;
+  options.whole_mhz = s.freq_only_MHz_2 == "1";
+  options.write_qth = s.csv_qth == "1";
+  return options;
 }
 
 L2hOptions l2h_options(const Settings& s, int option1) {

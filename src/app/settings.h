@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "convert/adif_to_zlog.h"
 #include "convert/h2l.h"
 #include "convert/l2h.h"
 
@@ -38,23 +39,23 @@ struct Settings {
   std::int16_t Op_3 = 0;    // zLog times are 0: UTC, 1: JST
   std::string JCC_date;
   std::string JCG_date;
-  std::string set_STX;
-  std::string utc_jst_str;
-  std::string del_power_flag;
-  std::string zlog_all_jst;
+  std::string set_STX;          // the next are all for ADIF to zLog: number sent by all
+  std::string utc_jst_str;      // time: "", "None", "ALL_J", "ALL_U"
+  std::string del_power_flag;   // "1": without the received number's power letter
+  std::string zlog_all_jst;     // "1": the .all in JST whatever the others are
   std::string freq_only_MHz_1;  // read and written back only
-  std::string OP_name_tenki;
+  std::string OP_name_tenki;    // "1": write the operator, and so on
   std::string TX_NR_tenki;
   std::string COMMENT_tenki;
   std::string AGE_tenki;
   std::string IOTA_tenki;
-  std::string TX_NR_rmks;
+  std::string TX_NR_rmks;  // the CSV's remarks that take it: "1" or "2", and so on
   std::string COMMENT_rmks;
   std::string AGE_rmks;
   std::string IOTA_rmks;
-  std::string TX_NR_001;
-  std::string freq_only_MHz_2;
-  std::string csv_qth;
+  std::string TX_NR_001;        // "1": a running number is sent
+  std::string freq_only_MHz_2;  // "1": the CSV's frequency without decimals
+  std::string csv_qth;          // "1": the QTH tag goes into the CSV
 };
 
 // The values written when there is no settings file yet.
@@ -67,7 +68,8 @@ Settings read_settings(const std::filesystem::path& file);
 // `TX_NR_rmks` is written with the value of `TX_NR_tenki`, as it always has been. Throws FileError.
 void write_settings(const Settings& settings, const std::filesystem::path& file);
 
-// Sets one value by its key, read as the file's values are. False: no such key.
+// Sets one value by its key; numbers are read as the file's are, texts are cut to 79 characters.
+// False: no such key.
 bool set_setting(Settings& settings, std::string_view key, std::string_view value);
 
 // The options that a Hamlog-to-ADIF run takes from the settings.
@@ -75,6 +77,9 @@ H2lOptions h2l_options(const Settings& settings);
 
 // The zone of zLog's times, 'U' (UTC) or 'J' (JST).
 char zlog_zone(const Settings& settings);
+
+// The options that an ADIF-to-zLog run takes from the settings.
+AdifToZlogOptions adif_to_zlog_options(const Settings& settings);
 
 // The options that an ADIF-to-Hamlog run takes from the settings; `option1` is the index of the
 // chosen time conversion, 0 .. 3.

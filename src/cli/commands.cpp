@@ -10,6 +10,8 @@ int run_command(const CliOptions& options) {
       return convert_h2l(session);
     case Command::kL2h:
       return convert_l2h(session);
+    case Command::kAdifToZlog:
+      return convert_adif_to_zlog(session);
     case Command::kInfo:
       return show_info(session);
     case Command::kLookupCalls:

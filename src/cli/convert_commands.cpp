@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <vector>
 
 #include "app/log_kind.h"
 #include "cli/commands.h"
 #include "cli/print.h"
 #include "cli/surroundings.h"
+#include "convert/adif_to_zlog.h"
 #include "convert/h2l.h"
 #include "convert/l2h.h"
 #include "hamlog/adif_reader.h"
@@ -49,16 +51,35 @@ LogKind input_kind(const CliOptions& options, LogKindInfo::Input wanted) {
 }
 
 // Tells what the run has done; returns the exit status.
-int finish(Session& session, LogKind kind, const fs::path& output, const ConversionReport& report) {
+int finish(Session& session, LogKind kind, const std::vector<fs::path>& outputs,
+           const ConversionReport& report) {
   const CliOptions& options = session.options();
   session.trace("変換数: " + std::to_string(report.written));
-  print_run(options,
-            {log_kind_info(kind).name,
-             path_text(fs::absolute(options.input)),
-             {path_text(fs::absolute(output))}},
-            report);
+  RunNames names{log_kind_info(kind).name, path_text(fs::absolute(options.input)), {}};
+  for (const fs::path& output : outputs) names.outputs.push_back(path_text(fs::absolute(output)));
+  print_run(options, names, report);
   return report.stopped_by ? 1 : 0;
 }
+
+// Runs a conversion with a progress bar where there is a terminal.
+template <typename Run>
+ConversionReport with_progress(const CliOptions& options, Run run) {
+  ProgressBar bar(!options.quiet && stderr_is_terminal());
+  ConversionReport report = run(RunContext{[&bar](double done) { bar.show(done); }});
+  bar.clear();
+  return report;
+}
+
+// All tables of the way from ADIF.
+struct FromAdifTables {
+  explicit FromAdifTables(Session& session) : conversion(session.conversion_tables()) {
+    calls.load(session.folder());
+    places.load(session.folder());
+  }
+  ConversionTables conversion;
+  CallTables calls;
+  PlaceTables places;
+};
 
 }  // namespace
 
@@ -90,12 +111,10 @@ int convert_h2l(Session& session) {
   const ConversionTables tables = session.conversion_tables();
   CallTables calls;
   calls.load(session.folder());
-  ProgressBar bar(!options.quiet && stderr_is_terminal());
-  const RunContext context{[&bar](double done) { bar.show(done); }};
   const auto run = options.command == Command::kH2l ? run_h2l : run_eqsl;
-  const ConversionReport report = run(job, tables, calls, context);
-  bar.clear();
-  return finish(session, kind, output, report);
+  const ConversionReport report = with_progress(
+      options, [&](const RunContext& context) { return run(job, tables, calls, context); });
+  return finish(session, kind, {output}, report);
 }
 
 namespace {
@@ -114,17 +133,28 @@ int convert_l2h(Session& session) {
       options.output.empty() ? output_path(options.input, "csv") : fs::path(options.output);
   const L2hJob job{options.input, output, l2h_options(session.settings(), option1_of(options.time)),
                    temporary_folders(session.folder())};
-  const ConversionTables tables = session.conversion_tables();
-  CallTables calls;
-  calls.load(session.folder());
-  PlaceTables places;
-  places.load(session.folder());
+  const FromAdifTables tables(session);
   L2hState fresh_start;
-  ProgressBar bar(!options.quiet && stderr_is_terminal());
-  const RunContext context{[&bar](double done) { bar.show(done); }};
-  const ConversionReport report = run_l2h(job, tables, calls, places, fresh_start, context);
-  bar.clear();
-  return finish(session, kind, output, report);
+  const ConversionReport report = with_progress(options, [&](const RunContext& context) {
+    return run_l2h(job, tables.conversion, tables.calls, tables.places, fresh_start, context);
+  });
+  return finish(session, kind, {output}, report);
+}
+
+int convert_adif_to_zlog(Session& session) {
+  const CliOptions& options = session.options();
+  const LogKind kind = input_kind(options, LogKindInfo::kL2h);
+  const fs::path base = options.output.empty() ? output_path(options.input, "").replace_extension()
+                                               : fs::path(options.output);
+  const AdifToZlogJob job{options.input, base, adif_to_zlog_options(session.settings())};
+  const FromAdifTables tables(session);
+  AdifToZlogState fresh_start;
+  const ConversionReport report = with_progress(options, [&](const RunContext& context) {
+    return run_adif_to_zlog(job, tables.conversion, tables.calls, tables.places, fresh_start,
+                            context);
+  });
+  return finish(session, kind, {job.output(".all"), job.output(".zlo"), job.output(".csv")},
+                report);
 }
 
 int show_info(Session& session) {

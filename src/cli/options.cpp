@@ -37,6 +37,12 @@ class Parser {
                     "時刻の変換: none 変換なし、jst 全てJST、utc 全てUTC、"
                     "ja JA局はJST")
         ->check(CLI::IsMember({"none", "jst", "utc", "ja"}));
+    CLI::App* zlog =
+        add(&app_, "adif2zlog", "N1MM などの ADIF を zLog の .all、.zlo と CSV に変換する",
+            Command::kAdifToZlog);
+    zlog->add_option("INPUT", o_.input, "入力ファイル")->required();
+    zlog->add_option("-o,--output", o_.output,
+                     "出力 BASE.all、BASE.zlo、BASE.csv の BASE (無ければ入力と同じ所)");
     CLI::App* info = add(&app_, "info", "ファイルの種類と件数を表示する", Command::kInfo);
     info->add_option("INPUT", o_.input, "ログのファイル")->required();
     add_lookups();

@@ -10,6 +10,7 @@ enum class Command {
   kH2l,
   kEqsl,
   kL2h,
+  kAdifToZlog,
   kInfo,
   kLookupCalls,
   kLookupCodes,

@@ -65,6 +65,8 @@ constexpr Tag kTags[] = {
     {"APP_N1MM_EXCHANGE1", &QsoRecord::n1mm_exchange1},
     {"APP_N1MM_POINTS", &QsoRecord::n1mm_points},
     {"APP_N1MM_RADIO_NR", &QsoRecord::n1mm_radio_nr},
+    {"STATION_CALLSIGN", &QsoRecord::station_call, "", '\0', Tag::kAtStart},
+    {"CONTEST_ID", &QsoRecord::contest_id, "", '\0', Tag::kAtStart},
 };
 // The rows that the code names.
 enum TagIndex : std::size_t {
@@ -198,6 +200,10 @@ void reset(QsoRecord& r) {
                                         &QsoRecord::n1mm_exchange1,
                                         &QsoRecord::n1mm_points,
                                         &QsoRecord::n1mm_radio_nr,
+                                        &QsoRecord::adif_freq,
+                                        &QsoRecord::adif_mode,
+                                        &QsoRecord::station_call,
+                                        &QsoRecord::contest_id,
                                         &QsoRecord::band_remark,
                                         &QsoRecord::band_remark_pos}) {
     (r.*field).clear();
@@ -284,7 +290,11 @@ void AdifParser::set_field(std::size_t tag, QsoRecord& r) {
   }
   switch (tag) {
     case kFreq:
+      r.adif_freq = value;
       cut_freq(value, r);
+      break;
+    case kMode:
+      r.adif_mode = trim(value);
       break;
     case kQslVia:
       r.qsl[0] = 'J';

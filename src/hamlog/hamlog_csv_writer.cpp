@@ -40,4 +40,15 @@ WrittenLine write_hamlog_line(const HamlogColumns& columns, std::string& buffer)
   return result;
 }
 
+void report_written_line(const WrittenLine& written, std::size_t line, std::string_view call,
+                         FindingLog& findings) {
+  if (written.quotes_dropped > 0) {
+    findings.add(FindingKind::kQuoteDropped, line, call,
+                 std::to_string(written.quotes_dropped) + " 個");
+  }
+  if (written.lacking > 0) {
+    findings.add(FindingKind::kNotEncodable, line, call, std::to_string(written.lacking) + " 文字");
+  }
+}
+
 }  // namespace tobarine

@@ -16,4 +16,8 @@ struct WrittenLine {
 };
 WrittenLine write_hamlog_line(const HamlogColumns& columns, std::string& buffer);
 
+// Reports what a line lost in writing. `line` is the input's.
+void report_written_line(const WrittenLine& written, std::size_t line, std::string_view call,
+                         FindingLog& findings);
+
 }  // namespace tobarine

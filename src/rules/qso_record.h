@@ -24,11 +24,11 @@ struct QsoRecord {
   std::string rmks2;
 
   // Derived on the way.
-  std::string qso_date;  // yyyymmdd
-  std::string time_on;   // hhmm and the zone letter
-  std::string band;      // ADIF band name
-  std::string adif_mode;
-  std::string dxcc;  // entity number
+  std::string qso_date;   // yyyymmdd
+  std::string time_on;    // hhmm and the zone letter
+  std::string band;       // ADIF band name
+  std::string adif_mode;  // ADIF's name of the mode
+  std::string dxcc;       // entity number
   std::string jcc;
   std::string jcg;
   std::string state;  // two-letter code of a US state
@@ -39,6 +39,7 @@ struct QsoRecord {
   std::string comment;
 
   // Read from ADIF only.
+  std::string adif_freq;  // FREQ as it stands, MHz
   std::string age;
   std::string cqz;    // "CQZ:" and the zone
   std::string ituz;   // "ITUZ:" and the zone
@@ -52,6 +53,8 @@ struct QsoRecord {
   std::string n1mm_exchange1;
   std::string n1mm_points;
   std::string n1mm_radio_nr;
+  std::string station_call;  // our own
+  std::string contest_id;
 
   // Set by the band rules when ADIF becomes Hamlog CSV.
   std::string band_remark;      // "Band=" and the band table's keyword

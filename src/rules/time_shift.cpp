@@ -100,6 +100,12 @@ std::optional<DateTime> shift_utc_to_jst(std::string_view date, std::string_view
   return format(*moment + kJstAhead, false, 'J');
 }
 
+std::optional<DateTime> shift_utc_to_jst_full_year(std::string_view date, std::string_view time) {
+  const std::optional<Moment> moment = parse(date, time);
+  if (!moment) return std::nullopt;
+  return format(*moment + kJstAhead, true, 'J');
+}
+
 bool is_date_and_time(std::string_view date, std::string_view time) {
   return parse(date, time).has_value();
 }

@@ -21,6 +21,9 @@ struct DateTime {
 std::optional<DateTime> shift_jst_to_utc(std::string_view date, std::string_view time);
 std::optional<DateTime> shift_utc_to_jst(std::string_view date, std::string_view time);
 
+// UTC to JST as above, with the four-digit year: yyyymmdd.
+std::optional<DateTime> shift_utc_to_jst_full_year(std::string_view date, std::string_view time);
+
 // True when the shifts would take them.
 bool is_date_and_time(std::string_view date, std::string_view time);
 

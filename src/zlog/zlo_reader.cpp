@@ -1,5 +1,6 @@
 #include "zlog/zlo_reader.h"
 
+#include <algorithm>
 #include <bit>
 #include <chrono>
 #include <optional>
@@ -31,7 +32,8 @@ std::optional<ZloTime> decode_time(std::uint64_t time) {
   using UpperUnits = chrono::duration<std::int64_t, std::ratio<86400, 32>>;
   const UpperUnits since_2001(static_cast<std::int64_t>(time >> 32) - kUpperHalfOf2001);
   const auto days = chrono::floor<chrono::days>(since_2001);
-  const std::int64_t units = (since_2001 - days).count() << 32 | (time & 0xFFFFFFFF);
+  const std::int64_t units =
+      (since_2001 - days).count() << 32 | static_cast<std::int64_t>(time & 0xFFFFFFFF);
   return ZloTime{chrono::sys_days(chrono::year(2001) / 1 / 1) + days,
                  chrono::minutes(units / kUnitsPerMinute)};
 }
@@ -101,9 +103,18 @@ ZloReader::ZloReader(const std::filesystem::path& path)
 
 // Reads the next record, filled up with zero bytes; returns the number of bytes that were there.
 std::size_t ZloReader::read_record() {
-  record_.fill(0);
+  constexpr std::size_t kBufferedRecords = 256;
+  if (taken_ == buffer_.size()) {
+    buffer_.resize(kBufferedRecords * record_.size());
+    buffer_.resize(file_.read(buffer_.data(), buffer_.size()));
+    taken_ = 0;
+  }
+  const std::string_view bytes = std::string_view(buffer_).substr(taken_, record_.size());
+  taken_ += bytes.size();
   ++number_;
-  return file_.read(reinterpret_cast<char*>(record_.data()), record_.size());
+  record_.fill(0);
+  std::ranges::copy(bytes, record_.begin());
+  return bytes.size();
 }
 
 void ZloReader::report_cut_off(std::size_t bytes, FindingLog& findings) const {

@@ -30,6 +30,8 @@ class ZloReader : public ZlogReader {
   void set_codes(ZlogContact& contact);
 
   InputFile file_;
+  std::string buffer_;     // many records at a time
+  std::size_t taken_ = 0;  // bytes of the buffer
   zlo::Record record_{};
   std::size_t records_;     // the header included
   std::size_t number_ = 0;  // of the record last read, from 1

@@ -24,6 +24,16 @@ std::size_t record_count(std::uint64_t file_size) {
   return static_cast<std::size_t>(std::nearbyint(static_cast<double>(file_size) / kRecordSize));
 }
 
+std::optional<unsigned char> stored_byte(unsigned number) {
+  unsigned result = 0;
+  for (unsigned rest = number, decade = 1; rest > 0; rest /= 16, decade *= 10) {
+    if (rest % 16 > 9) return std::nullopt;
+    result += rest % 16 * decade;
+    if (result > 255) return std::nullopt;
+  }
+  return static_cast<unsigned char>(result);
+}
+
 std::string_view text_bytes(const Record& record, Area area) {
   const auto* const text = reinterpret_cast<const char*>(record.data()) + area.length_at + 1;
   return {text, std::min<std::size_t>(record[area.length_at], area.size)};

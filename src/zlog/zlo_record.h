@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace tobarine::zlo {
@@ -41,6 +42,8 @@ inline constexpr std::size_t kTxNumber = 243;
 // to 2079/06/04.
 inline constexpr double kFirstDay = 32768;
 inline constexpr double kDayAfterLast = 65536;
+inline constexpr std::string_view kFirstDate = "1989/09/17";
+inline constexpr std::string_view kLastDate = "2079/06/04";
 
 // Texts of the mode and band codes; the code is the index. Mode 4 is "RTY" in text logs and is read
 // as that from a record, too.
@@ -56,6 +59,10 @@ inline constexpr std::array<std::string_view, 16> kBands = {
 // The number of records of a file, the header included; half a record or more counts as one (an
 // exact half when that makes the number even).
 std::size_t record_count(std::uint64_t file_size);
+
+// What a byte field holds for a number: its hexadecimal form read as a decimal number (16 gives
+// 10). Nothing when that form holds a letter or names more than a byte can hold.
+std::optional<unsigned char> stored_byte(unsigned number);
 
 // The text's bytes: as many as its length byte says, at most its area.
 std::string_view text_bytes(const Record& record, Area area);

@@ -6,7 +6,8 @@ cli=$1
 source=$2
 dir=$(mktemp -d "${TMPDIR:-/tmp}/tobarine-XXXXXX")  # no dot: outputs end at the first one
 trap 'chmod -R u+rwx "$dir"; rm -rf "$dir"' EXIT
-export TOBARINE_HOME="$dir/home"
+export TOBARINE_HOME="$dir/home" TMPDIR="$dir/tmp"
+mkdir "$TMPDIR"
 cp -r "$source/data" "$TOBARINE_HOME"
 cp "$source/samples/hamlog.csv" "$dir/log.csv"
 cd "$dir" || exit 1
@@ -65,6 +66,22 @@ printf 'W1AW\r\nKH6AA' >calls.txt
 check "calls from standard input" 0 '"prefix":"KH6"' sh -c "'$cli' --json lookup calls <calls.txt"
 check "jcc" 0 "^11007	11007	神奈川県三浦郡$" "$cli" lookup jcc 11007
 check "trace" 0 'Band_tbl.ini For Input' sh -c "'$cli' --trace t.txt h2l log.csv && cat t.txt"
+for kind in all zlo; do
+  check "zLog $kind" 0 '変換数: 16 件' "$cli" h2l "$source/samples/contest.$kind" -o "z.adi" \
+    --set Op_3=1 --keep-intermediate zlog_1.csv
+  equal z.adi "$source/tests/data/contest.adi"
+  equal zlog_1.csv "$source/tests/data/contest_zlog_1.csv"
+done
+check "the zone of a zLog log" 0 '時刻の読み方: UTC' "$cli" eqsl "$source/samples/contest.all" -o z.adi
+check "info of a .ALL" 0 '入力数: 16 件' "$cli" info "$source/samples/contest.all"
+check "info of a .ZLO" 0 'コンテスト: ALL JA コンテスト' "$cli" info "$source/samples/contest.zlo"
+check "info of a .ZLO" 0 '"dx_contest": false' "$cli" --json info "$source/samples/contest.zlo"
+check "adif2zlog" 0 '時刻の書き方.*: .all は JST' "$cli" adif2zlog "$source/samples/n1mm.adi" -o n1mm \
+  --set OP_name_tenki=1 --set TX_NR_tenki=1 --set COMMENT_tenki=1 --set TX_NR_001=1 \
+  --set del_power_flag=1 --set zlog_all_jst=1
+equal n1mm.all "$source/tests/data/n1mm.all"
+equal n1mm.zlo "$source/tests/data/n1mm.zlo"
+equal n1mm.csv "$source/tests/data/n1mm_with_remarks.csv"
 if [ "$(ls "$TOBARINE_HOME")" != "$(ls "$source/data")" ]; then
   echo "FAILED: a command wrote into the program folder"
   failures=$((failures + 1))
@@ -103,6 +120,33 @@ cp random.csv random.adi
 refused "random bytes as ADIF" "$cli" l2h random.adi
 : >empty.adi
 check "empty ADIF" 0 '変換数: 0 件' "$cli" l2h empty.adi
+for kind in all zlo; do
+  : >empty.$kind
+  refused "empty zLog log" "$cli" h2l empty.$kind
+  refused "empty zLog log" "$cli" info empty.$kind
+  cp random.csv random.$kind
+  refused "random bytes as a zLog log" "$cli" h2l random.$kind
+  mkdir folder.$kind
+  refused "folder as a zLog log" "$cli" eqsl folder.$kind
+  refused "zLog on a full disk" "$cli" h2l "$source/samples/contest.$kind" -o /dev/full
+  refused "intermediate file on a full disk" "$cli" h2l "$source/samples/contest.$kind" -o z.adi \
+    --keep-intermediate /dev/full
+done
+head -c 100 "$source/samples/contest.zlo" >short.zlo
+refused "less than a record" "$cli" h2l short.zlo
+(cat "$source/samples/contest.all"; head -c 100000000 /dev/zero | tr '\0' 'x') >long.all
+check "one line of 100 MB" 1 'long.all: 18 行目' "$cli" h2l long.all
+check "what came before it" 1 '変換数: 16 件' "$cli" h2l long.all
+check "intermediate file is input" 2 '同じファイル' "$cli" h2l long.all -o z.adi \
+  --keep-intermediate long.all
+check "no intermediate file" 2 'keep-intermediate' "$cli" h2l log.csv --keep-intermediate x
+refused "adif2zlog of a zLog log" "$cli" adif2zlog "$source/samples/contest.all" -o x
+refused "adif2zlog of random bytes" "$cli" adif2zlog random.adi -o x
+ln -s /dev/full full.zlo
+refused "adif2zlog on a full disk" "$cli" adif2zlog log.adi -o full
+refused "adif2zlog into no folder" "$cli" adif2zlog log.adi -o none/x
+cp n1mm.csv input.csv
+check "adif2zlog over its input" 1 'この変換の入力ではありません' "$cli" adif2zlog input.csv -o input
 if [ "$(id -u)" -ne 0 ]; then
   cp log.csv secret.csv && chmod 000 secret.csv
   refused "no permission" "$cli" h2l secret.csv
@@ -118,6 +162,11 @@ check "learned code" 0 "^502A	291$" "$cli" lookup codes 502A
 printf '"1","A","B"\r\n"2"' >"$TOBARINE_HOME/Mode_tbl.ini"
 refused "damaged table" "$cli" h2l log.csv
 check "damaged table" 1 'Mode_tbl.ini: 2 行目' "$cli" h2l log.csv
+
+if [ -n "$(ls "$TMPDIR")" ]; then
+  echo "FAILED: a temporary file was left behind"
+  failures=$((failures + 1))
+fi
 
 [ "$failures" -eq 0 ] && echo "command line: all checks passed"
 exit "$failures"

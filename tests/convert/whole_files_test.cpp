@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <map>
 
+#include "app/settings.h"
+#include "convert/adif_to_zlog.h"
 #include "convert/h2l.h"
 #include "convert/l2h.h"
 #include "hamlog/hamlog_csv.h"
@@ -104,6 +106,24 @@ TEST(WholeFile, AdifSamplesToHamlog) {
   options.time_mode = TimeMode::kAllJstFromAdif;
   EXPECT_EQ(to_hamlog(kSamples / "n1mm.adi", folder / "out.csv", options).written, 8U);
   expect_bytes(folder / "out.csv", "n1mm_jst.csv");
+}
+
+TEST(WholeFile, N1mmSampleToZlog) {
+  const TestFolder folder;
+  Settings settings = first_start_settings();
+  for (const char* key : {"OP_name_tenki", "TX_NR_tenki", "COMMENT_tenki", "TX_NR_001",
+                          "del_power_flag", "zlog_all_jst"}) {
+    set_setting(settings, key, "1");
+  }
+  const AdifToZlogJob job{kSamples / "n1mm.adi", folder / "n1mm", adif_to_zlog_options(settings)};
+  AdifToZlogState state;
+  EXPECT_EQ(run_adif_to_zlog(job, delivered<ConversionTables>(), delivered<CallTables>(),
+                             delivered<PlaceTables>(), state, {})
+                .written,
+            8U);
+  expect_bytes(folder / "n1mm.all", "n1mm.all");
+  expect_bytes(folder / "n1mm.zlo", "n1mm.zlo");
+  expect_bytes(folder / "n1mm.csv", "n1mm_with_remarks.csv");
 }
 
 // Hamlog to ADIF and back keeps what both formats can hold.

@@ -1,0 +1,181 @@
+#include "convert/adif_to_zlog.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "convert/adif_contacts.h"
+#include "hamlog/hamlog_csv_writer.h"
+#include "text/error.h"
+#include "text/output_file.h"
+#include "text/strings.h"
+#include "zlog/all_writer.h"
+#include "zlog/zlo_writer.h"
+
+namespace tobarine {
+namespace {
+
+// The reader lets a record inherit these from the one before; here each stands for itself.
+void forget_last_contact(QsoRecord& r) {
+  for (std::string QsoRecord::*field :
+       {&QsoRecord::call, &QsoRecord::date, &QsoRecord::qso_date, &QsoRecord::time,
+        &QsoRecord::time_on, &QsoRecord::his_rst, &QsoRecord::my_rst, &QsoRecord::comment,
+        &QsoRecord::qsl_sent}) {
+    (r.*field).clear();
+  }
+}
+
+// The texts that the options send to the remarks; one that is there already is not repeated.
+void add_remarks(const AdifToZlogOptions& options, QsoRecord& r) {
+  const auto add = [&r](bool wanted, int place, std::string_view text) {
+    std::string& rmks = place == 2 ? r.rmks2 : r.rmks1;
+    if (!wanted || text.empty() || contains(rmks, text)) return;
+    rmks.append(rmks.empty() ? "" : " ").append(text);
+  };
+  add(options.zlog.write_tx_number, options.tx_remarks, "TX#" + std::to_string(tx_number(r)));
+  add(options.zlog.write_comment, options.comment_remarks, trim(r.comment));
+  add(options.zlog.write_age, options.age_remarks, age_text(r));
+  add(options.zlog.write_iota, options.iota_remarks, trim(r.iota));
+}
+
+// zLog's two logs.
+class ZlogFiles {
+ public:
+  ZlogFiles(const AdifToZlogJob& job, zlo::Record& record)
+      : all_file_(job.output(".all")),
+        zlo_file_(job.output(".zlo")),
+        all_(all_file_),
+        zlo_(zlo_file_, record) {}
+
+  void write_header(const QsoRecord& first_contact) {
+    const bool station = !is_blank(first_contact.station_call);
+    zlo_.write_header(trim(station ? first_contact.station_call : first_contact.operator_call),
+                      trim(first_contact.contest_id));
+  }
+
+  // Returns the number of characters that CP932 lacks.
+  std::size_t write(const ZlogEntry& entry) {
+    return std::max(all_.write(entry), zlo_.write(entry));
+  }
+
+  void close() {
+    all_file_.close();
+    zlo_file_.close();
+  }
+
+ private:
+  OutputFile all_file_;
+  OutputFile zlo_file_;
+  AllWriter all_;
+  ZloWriter zlo_;
+};
+
+// One conversion, contact by contact.
+class Run {
+ public:
+  Run(const AdifToZlogJob& job, const ConversionTables& tables, const CallTables& calls,
+      const PlaceTables& places, AdifToZlogState& state)
+      : job_(job),
+        contacts_(job.input, tables.bands, tables.modes, job.options.remarks, report_.findings),
+        zlog_rules_(job.options.zlog),
+        csv_rules_({calls.calls, places.codes, places.jcc}, job.options.csv_time,
+                   job.options.write_qth, state.csv),
+        zlog_files_(job, state.record),
+        csv_file_(job.output(".csv")) {
+    report_.read = contacts_.count();
+  }
+
+  ConversionReport all(const RunContext& context) {
+    try {
+      forget_last_contact(record_);
+      bool more = contacts_.next(record_, report_.findings);
+      zlog_files_.write_header(record_);
+      for (std::size_t done = 1; more; ++done) {
+        context.tell(done, contacts_.file().bytes_read(), contacts_.file().size());
+        one();
+        forget_last_contact(record_);
+        more = contacts_.next(record_, report_.findings);
+      }
+    } catch (const RecordError& error) {
+      report_.stopped_by = error.what();
+    }
+    zlog_files_.close();
+    csv_file_.close();
+    tell_zones();
+    return std::move(report_);
+  }
+
+ private:
+  void one() {
+    if (is_blank(record_.call) || is_blank(record_.qso_date)) {
+      report_.findings.add(FindingKind::kNoDateOrCall, contacts_.line(), record_.call,
+                           record_.qso_date + " " + record_.time_on);
+      return;
+    }
+    std::size_t lacking = 0;
+    switch (zlog_rules_.apply(record_, contacts_.line(), entry_, report_.findings)) {
+      case ZlogRules::Fate::kWrite:
+        lacking = zlog_files_.write(entry_);
+        ++report_.written;
+        break;
+      case ZlogRules::Fate::kLeftOut:
+        break;
+      case ZlogRules::Fate::kRefused:
+        throw RecordError(job_.input, contacts_.line(),
+                          zlog_rules_.refusal() + "。ここで変換を中止しました");
+    }
+    write_csv(lacking);
+  }
+
+  void write_csv(std::size_t lacking_elsewhere) {
+    add_remarks(job_.options, record_);
+    if (job_.options.whole_mhz)
+      record_.freq.resize(std::min(record_.freq.find('.'), record_.freq.size()));
+    HamlogColumns columns;
+    csv_rules_.apply(record_, contacts_.line(), columns, report_.findings);
+    WrittenLine written = write_hamlog_line(columns, csv_file_.buffer());
+    csv_file_.flush_if_full();
+    written.lacking = std::max(written.lacking, lacking_elsewhere);
+    report_written_line(written, contacts_.line(), record_.call, report_.findings);
+  }
+
+  void tell_zones() {
+    const auto tell = [this](std::string_view extension, bool jst) {
+      report_.findings.add(FindingKind::kZoneWritten, 0, "",
+                           std::string(extension) + (jst ? " は JST" : " は UTC (ADIF のまま)"));
+    };
+    const TimeMode csv = job_.options.csv_time;
+    tell(".all", job_.options.zlog.all_to_jst);
+    tell(".zlo", job_.options.zlog.zlo_to_jst);
+    tell(".csv", csv == TimeMode::kAllJst || csv == TimeMode::kAllJstFromAdif);
+  }
+
+  const AdifToZlogJob& job_;
+  ConversionReport report_;
+  AdifContacts contacts_;
+  ZlogRules zlog_rules_;
+  L2hRules csv_rules_;
+  ZlogFiles zlog_files_;
+  OutputFile csv_file_;
+  QsoRecord record_;
+  ZlogEntry entry_;
+};
+
+}  // namespace
+
+std::filesystem::path AdifToZlogJob::output(std::string_view extension) const {
+  std::filesystem::path path = base;
+  path += extension;
+  return path;
+}
+
+ConversionReport run_adif_to_zlog(const AdifToZlogJob& job, const ConversionTables& tables,
+                                  const CallTables& calls, const PlaceTables& places,
+                                  AdifToZlogState& state, const RunContext& context) {
+  for (const std::string_view extension : {".all", ".zlo", ".csv"}) {
+    refuse_same_file(job.input, job.output(extension));
+  }
+  return Run(job, tables, calls, places, state).all(context);
+}
+
+}  // namespace tobarine
