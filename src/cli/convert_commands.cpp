@@ -65,7 +65,10 @@ int finish(Session& session, LogKind kind, const std::vector<fs::path>& outputs,
 template <typename Run>
 ConversionReport with_progress(const CliOptions& options, Run run) {
   ProgressBar bar(!options.quiet && stderr_is_terminal());
-  ConversionReport report = run(RunContext{[&bar](double done) { bar.show(done); }});
+  ConversionReport report = run(RunContext{[&bar](double done) {
+    bar.show(done);
+    return true;
+  }});
   bar.clear();
   return report;
 }

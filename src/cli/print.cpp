@@ -4,6 +4,8 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "text/error.h"
+
 namespace tobarine {
 namespace {
 
@@ -37,29 +39,6 @@ std::size_t contact_findings(const FindingLog& findings) {
     all += findings.count(static_cast<FindingKind>(k));
   }
   return all - static_cast<std::size_t>(std::ranges::count(findings.kept(), 0U, &Finding::line));
-}
-
-struct VerdictText {
-  CodeVerdict::Kind kind;
-  std::string_view name;
-  std::string_view text;
-};
-
-constexpr VerdictText kVerdicts[] = {
-    {CodeVerdict::Kind::kLearned, "learned", "登録しました"},
-    {CodeVerdict::Kind::kKnown, "known", "登録済みです"},
-    {CodeVerdict::Kind::kContradicted, "contradicted",
-     "表の登録と違います (表はそのままにしました)"},
-    {CodeVerdict::Kind::kDoubtful, "doubtful", "はっきりしないので登録しません"},
-    {CodeVerdict::Kind::kTableFull, "table-full",
-     "h2l_cty.mas に登録しました (l2h_cty.mas には空きがありません)"},
-};
-
-const VerdictText& text_of(CodeVerdict::Kind kind) {
-  for (const VerdictText& verdict : kVerdicts) {
-    if (verdict.kind == kind) return verdict;
-  }
-  return kVerdicts[0];
 }
 
 }  // namespace
@@ -156,8 +135,7 @@ void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std
                2);
     return;
   }
-  std::cout << "エンティティ: " << built.entities << "  プリフィックス: " << built.prefixes
-            << "  コール: " << built.calls << "\n処理終了\n";
+  std::cout << dxcc_text(built) << "処理終了\n";
   std::cerr << "出力: " << output << '\n';
 }
 
@@ -176,9 +154,11 @@ void print_jcc(const CliOptions& options, const std::string& number, const JccPl
   print_json(json, -1);
 }
 
-void print_jcc_build(const CliOptions& options, const JccBuild& built, const JccChanges& changes,
+void print_jcc_build(const CliOptions& options, const JccRenewal& renewal,
                      const std::string& output) {
   if (options.quiet) return;
+  const JccBuild& built = renewal.build;
+  const JccChanges& changes = renewal.changes;
   const auto count_json = [](const JccCount& count) {
     return Json{{"current", count.current}, {"abolished", count.abolished}};
   };
@@ -195,41 +175,25 @@ void print_jcc_build(const CliOptions& options, const JccBuild& built, const Jcc
                2);
     return;
   }
-  const auto print_count = [](std::string_view what, const JccCount& count) {
-    std::cout << what << ": 現存 " << count.current << "  消滅 " << count.abolished << '\n';
-  };
-  print_count("市 (東京都の区を含む)", built.cities);
-  print_count("郡", built.guns);
-  print_count("区", built.wards);
-  const auto print_lines = [](std::string_view what, const std::vector<std::string>& lines) {
-    if (lines.empty()) return;
-    std::cout << what << ": " << lines.size() << " 件\n";
-    for (const std::string& line : lines) std::cout << "  " << line << '\n';
-  };
-  print_lines("追加", changes.added);
-  print_lines("消滅", changes.abolished);
-  print_lines("変更", changes.renamed);
-  print_lines("削除", changes.removed);
-  print_lines("確認して下さい", built.problems);
-  std::cout << "処理終了\n";
+  std::cout << jcc_text(renewal) << "処理終了\n";
   std::cerr << "出力: " << output << '\n';
 }
 
 void print_jarl_dates(const CliOptions& options, const std::array<std::string, 3>& server,
                       const std::array<std::string, 3>& ours) {
   if (options.quiet) return;
+  if (!options.json) {
+    std::cout << list_dates_text(server, ours);
+    return;
+  }
   Json json = Json::array();
   for (std::size_t i = 0; i < server.size(); ++i) {
-    // Dates compare as texts; what was fetched before under another form of date counts as old.
-    const bool is_new = server[i] > ours[i] || !ours[i].starts_with("2");
-    json.push_back(
-        {{"file", kListFiles[i]}, {"server", server[i]}, {"ours", ours[i]}, {"new", is_new}});
-    if (options.json) continue;
-    std::cout << kListFiles[i] << ": サーバー " << server[i] << "  取り込み済み "
-              << (ours[i].empty() ? "なし" : ours[i]) << (is_new ? "  新しいリストがあります" : "")
-              << '\n';
+    json.push_back({{"file", kListFiles[i]},
+                    {"server", server[i]},
+                    {"ours", ours[i]},
+                    {"new", is_newer_list(server[i], ours[i])}});
   }
-  if (options.json) print_json(json, 2);
+  print_json(json, 2);
 }
 
 void print_jarl_download(const CliOptions& options, const JarlLists& fetched,
@@ -248,31 +212,25 @@ void print_jarl_download(const CliOptions& options, const JarlLists& fetched,
   std::cerr << "出力: " << folder << "\nJCC_JCG.mas を作るには: tobarine-cli build jcc\n";
 }
 
-void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& verdicts,
-                   const std::vector<std::string>& files) {
+void print_learned(const CliOptions& options, const CodesLearned& learned) {
   if (options.quiet) return;
-  Json json = {{"files", files}, {"codes", Json::array()}};
-  std::size_t learned = 0;
-  for (const CodeVerdict& v : verdicts) {
-    const VerdictText& text = text_of(v.kind);
-    const std::string prefix = v.entity == nullptr ? "" : v.entity->prefix;
-    const std::string name = v.entity == nullptr ? "" : v.entity->name;
-    learned += v.kind == CodeVerdict::Kind::kLearned ? 1 : 0;
+  if (!options.json) {
+    std::cout << learned_text(learned) << "処理終了\n";
+    for (const std::filesystem::path& file : learned.files) {
+      std::cerr << "出力: " << path_text(file) << '\n';
+    }
+    return;
+  }
+  Json json = {{"files", Json::array()}, {"codes", Json::array()}};
+  for (const std::filesystem::path& file : learned.files) json["files"].push_back(path_text(file));
+  for (const CodeVerdict& v : learned.verdicts) {
     json["codes"].push_back({{"code", v.code},
-                             {"verdict", text.name},
+                             {"verdict", verdict_name(v.kind)},
                              {"dxcc", v.entity == nullptr ? 0 : v.entity->number},
                              {"contacts", v.contacts},
                              {"agreeing", v.agreeing}});
-    if (options.json) continue;
-    std::cout << v.code << '\t' << prefix << '\t' << name << '\t' << v.agreeing << '/' << v.contacts
-              << '\t' << text.text << '\n';
   }
-  if (options.json) {
-    print_json(json, 2);
-    return;
-  }
-  std::cout << "登録数: " << learned << " 件\n処理終了\n";
-  for (const std::string& file : files) std::cerr << "出力: " << file << '\n';
+  print_json(json, 2);
 }
 
 void ProgressBar::show(double done) {

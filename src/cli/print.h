@@ -10,13 +10,10 @@
 #include <string_view>
 #include <vector>
 
+#include "app/reference_tools.h"
 #include "callsign/call_analysis.h"
 #include "cli/options.h"
 #include "convert/report.h"
-#include "reference/code_learner.h"
-#include "reference/dxcc_builder.h"
-#include "reference/jarl_lists.h"
-#include "reference/jcc_builder.h"
 #include "zlog/contest.h"
 
 namespace tobarine {
@@ -48,7 +45,7 @@ void print_code(const CliOptions& options, const std::string& code, std::string_
 void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std::string& output);
 // `place` is nullptr when the number is unknown.
 void print_jcc(const CliOptions& options, const std::string& number, const JccPlace* place);
-void print_jcc_build(const CliOptions& options, const JccBuild& built, const JccChanges& changes,
+void print_jcc_build(const CliOptions& options, const JccRenewal& renewal,
                      const std::string& output);
 // Dates in the order of the lists: on the server, and of the lists last fetched (empty: none).
 void print_jarl_dates(const CliOptions& options, const std::array<std::string, 3>& server,
@@ -56,8 +53,7 @@ void print_jarl_dates(const CliOptions& options, const std::array<std::string, 3
 void print_jarl_download(const CliOptions& options, const JarlLists& fetched,
                          const std::string& folder);
 
-void print_learned(const CliOptions& options, const std::vector<CodeVerdict>& verdicts,
-                   const std::vector<std::string>& files);
+void print_learned(const CliOptions& options, const CodesLearned& learned);
 
 // A bar on standard error for runs of more than a second.
 class ProgressBar {

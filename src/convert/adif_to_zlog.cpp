@@ -98,6 +98,8 @@ class Run {
       }
     } catch (const RecordError& error) {
       report_.stopped_by = error.what();
+    } catch (const StopRequested& stop) {
+      report_.stopped_by = stop.what();
     }
     zlog_files_.close();
     csv_file_.close();

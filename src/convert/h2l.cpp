@@ -61,6 +61,8 @@ std::size_t convert_all(ContactReader& reader, H2lRules& rules, AdifWriter& writ
     }
   } catch (const RecordError& error) {
     report.stopped_by = error.what();
+  } catch (const StopRequested& stop) {
+    report.stopped_by = stop.what();
   }
   return read;
 }
@@ -70,7 +72,13 @@ ConversionReport run(const H2lJob& job, AdifTarget target, const ConversionTable
   refuse_same_file(job.input, job.output);
   ConversionReport report;
   const bool from_zlog = job.source != H2lSource::kHamlogCsv;
-  const auto reader = from_zlog ? open_zlog(job, context, report) : open_hamlog(job, target);
+  std::unique_ptr<ContactReader> reader;
+  try {
+    reader = from_zlog ? open_zlog(job, context, report) : open_hamlog(job, target);
+  } catch (const StopRequested&) {
+    report.stopped_by = "中止しました。出力はまだ書いていません";
+    return report;
+  }
   H2lRules rules(job.options, {tables.bands, tables.modes, calls.calls, calls.codes}, target);
   OutputFile output(job.output);
   AdifWriter writer(output, target, job.options.write_qth);

@@ -77,7 +77,12 @@ ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, cons
   L2hRules rules({calls.calls, places.codes, places.jcc}, job.options.time_mode,
                  job.options.write_qth, state);
   const TemporaryFile temporary(job.temporary_folders, "csv_temp");
-  write_all(contacts, rules, temporary.path(), context, report.findings);
+  try {
+    write_all(contacts, rules, temporary.path(), context, report.findings);
+  } catch (const StopRequested&) {
+    report.stopped_by = "中止しました。出力はまだ書いていません";
+    return report;
+  }
   report.written = copy_lines(temporary.path(), job.output);
   return report;
 }

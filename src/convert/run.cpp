@@ -3,8 +3,6 @@
 #include <string>
 #include <system_error>
 
-#include "text/error.h"
-
 namespace tobarine {
 
 std::filesystem::path output_path(const std::filesystem::path& input, std::string_view extension) {
@@ -27,12 +25,14 @@ void RunContext::tell(std::size_t contacts, std::uint64_t bytes_done,
                       std::uint64_t bytes_all) const {
   constexpr std::size_t kContactsPerCall = 4096;
   if (!progress || contacts % kContactsPerCall != 0 || bytes_all == 0) return;
-  progress(static_cast<double>(bytes_done) / static_cast<double>(bytes_all));
+  if (!progress(static_cast<double>(bytes_done) / static_cast<double>(bytes_all))) {
+    throw StopRequested();
+  }
 }
 
 RunContext RunContext::part(double from, double to) const {
   if (!progress) return {};
-  return {[whole = progress, from, to](double done) { whole(from + done * (to - from)); }};
+  return {[whole = progress, from, to](double done) { return whole(from + done * (to - from)); }};
 }
 
 }  // namespace tobarine

@@ -1,6 +1,7 @@
 #include "hamlog/adif_reader.h"
 
 #include "text/cp932.h"
+#include "text/encoding_guess.h"
 #include "text/strings.h"
 #include "text/utf8.h"
 
@@ -9,7 +10,6 @@ namespace {
 
 constexpr std::size_t kHeaderLines = 20;
 constexpr std::size_t kRecordLines = 5;
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 // Whether a tag such as "<EOR>" stands in the text, in whatever case.
 bool has_tag(std::string_view text, std::string_view tag) {
@@ -26,28 +26,19 @@ bool has_tag(std::string_view text, std::string_view tag) {
 AdifFileInfo scan_adif(const std::filesystem::path& path) {
   LineReader lines(path);
   AdifFileInfo info;
-  bool valid_utf8 = true;
-  bool valid_cp932 = true;
-  bool marked = false;
+  EncodingGuess encoding;
   bool blank = true;
   bool header_ends = false;
-  bool ascii = true;
-  std::string text;
   std::string_view line;
   while (lines.next(line)) {
-    if (lines.line() == 1) marked = line.starts_with(kUtf8Mark);
+    encoding.see(line);
     if (has_tag(line, "<CALL:")) ++info.contacts;
     blank = blank && is_blank(line);
     if (info.contacts == 0) header_ends = header_ends || has_tag(line, "<EOH>");
-    if (is_ascii(line)) continue;
-    ascii = false;
-    valid_utf8 = valid_utf8 && is_valid_utf8(line);
-    text.clear();
-    valid_cp932 = valid_cp932 && decode_cp932(line, text) == 0;
   }
   info.is_adif = blank || header_ends || info.contacts > 0;
-  info.utf8 = marked || (valid_utf8 && !valid_cp932);
-  info.maybe_utf8 = !ascii && !info.utf8 && valid_utf8;
+  info.utf8 = encoding.utf8();
+  info.maybe_utf8 = encoding.maybe_utf8();
   return info;
 }
 

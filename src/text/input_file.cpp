@@ -14,22 +14,17 @@ namespace {
 constexpr std::size_t kBuffer = std::size_t{1} << 18;
 constexpr char kEndMark = '\x1A';
 
-std::FILE* open_for_reading(const std::filesystem::path& path) {
-#ifdef _WIN32
-  return _wfopen(path.c_str(), L"rb");
-#else
-  return std::fopen(path.c_str(), "rb");
-#endif
-}
-
 }  // namespace
 
-InputFile::InputFile(const std::filesystem::path& path) : path_(path) {
+InputFile::InputFile(const std::filesystem::path& path, std::uint64_t offset) : path_(path) {
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) throw FileError(path, system_reason(EISDIR));
-  file_.reset(open_for_reading(path));
+  file_ = open_file(path, "rb");
   if (!file_) throw FileError(path, "開けません: " + system_reason(errno));
   std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+  if (offset > 0 && !seek_to(file_.get(), offset)) {
+    throw FileError(path, "読めません: " + system_reason(errno));
+  }
   const std::uintmax_t size = std::filesystem::file_size(path, error);
   size_ = error ? 0 : size;
 }
@@ -43,7 +38,8 @@ std::size_t InputFile::read(char* buffer, std::size_t size) {
   return got;
 }
 
-ByteReader::ByteReader(const std::filesystem::path& path) : file_(path), buffer_(kBuffer) {}
+ByteReader::ByteReader(const std::filesystem::path& path, std::uint64_t offset)
+    : file_(path, offset), buffer_(kBuffer) {}
 
 bool ByteReader::fill() {
   if (at_end_) return false;

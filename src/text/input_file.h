@@ -3,19 +3,20 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "text/open_file.h"
 
 namespace tobarine {
 
 // Opens for reading; throws FileError (no such file, a folder, no permission).
 class InputFile {
  public:
-  explicit InputFile(const std::filesystem::path& path);
+  // Reading begins at the byte `offset`.
+  explicit InputFile(const std::filesystem::path& path, std::uint64_t offset = 0);
 
   // Reads up to `size` bytes; fewer only at the end of the file. Throws FileError.
   std::size_t read(char* buffer, std::size_t size);
@@ -25,11 +26,8 @@ class InputFile {
   std::uint64_t size() const { return size_; }  // bytes; 0 for what has no size (a pipe)
 
  private:
-  struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
   std::filesystem::path path_;
-  std::unique_ptr<std::FILE, Close> file_;
+  FileHandle file_;
   std::uint64_t bytes_read_ = 0;
   std::uint64_t size_ = 0;
 };
@@ -41,7 +39,7 @@ class ByteReader {
  public:
   static constexpr std::size_t kLongestLine = std::size_t{1} << 20;
 
-  explicit ByteReader(const std::filesystem::path& path);
+  explicit ByteReader(const std::filesystem::path& path, std::uint64_t offset = 0);
 
   // The bytes not yet consumed; valid until the next call of fill() or consume().
   std::string_view window() const { return {buffer_.data() + begin_, end_ - begin_}; }
@@ -50,10 +48,14 @@ class ByteReader {
   // current line, when the window is already as long as a line may be; FileError on a failed read.
   bool fill();
 
-  void consume(std::size_t bytes) { begin_ += bytes; }
+  void consume(std::size_t bytes) {
+    begin_ += bytes;
+    consumed_ += bytes;
+  }
   void count_lines(std::size_t lines) { line_ += lines; }
 
-  std::size_t line() const { return line_; }  // lines counted so far
+  std::size_t line() const { return line_; }            // lines counted so far
+  std::uint64_t consumed() const { return consumed_; }  // bytes
   const InputFile& file() const { return file_; }
 
  private:
@@ -62,19 +64,23 @@ class ByteReader {
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
   std::size_t line_ = 0;
+  std::uint64_t consumed_ = 0;
   bool at_end_ = false;
 };
 
 // Lines end with CR LF or LF; a last line without a line end counts.
 class LineReader {
  public:
-  explicit LineReader(const std::filesystem::path& path) : bytes_(path) {}
+  // Reading begins at the byte `offset`, where a line begins.
+  explicit LineReader(const std::filesystem::path& path, std::uint64_t offset = 0)
+      : bytes_(path, offset) {}
 
   // The next line's bytes, without the line end; false at the end of the file. The view is valid
   // until the next call. Throws FileError, RecordError.
   bool next(std::string_view& line);
 
-  std::size_t line() const { return bytes_.line(); }  // number of the line last read, from 1
+  std::size_t line() const { return bytes_.line(); }         // number of the line last read, from 1
+  std::uint64_t start() const { return bytes_.consumed(); }  // where it begins, in bytes read
   const InputFile& file() const { return bytes_.file(); }
 
  private:

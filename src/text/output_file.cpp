@@ -8,20 +8,8 @@
 #include "text/strings.h"
 
 namespace tobarine {
-namespace {
-
-std::FILE* open_for_writing(const std::filesystem::path& path) {
-#ifdef _WIN32
-  return _wfopen(path.c_str(), L"wb");
-#else
-  return std::fopen(path.c_str(), "wb");
-#endif
-}
-
-}  // namespace
-
 OutputFile::OutputFile(const std::filesystem::path& path)
-    : path_(path), file_(open_for_writing(path)) {
+    : path_(path), file_(open_file(path, "wb")) {
   if (!file_) throw FileError(path, "書き込み用に開けません: " + system_reason(errno));
   std::setvbuf(file_.get(), nullptr, _IONBF, 0);
   buffer_.reserve(kFull + kFull / 4);
@@ -43,6 +31,17 @@ void OutputFile::close() {
   flush();
   if (std::fclose(file_.release()) != 0) {
     throw FileError(path_, "書き込めません: " + system_reason(errno));
+  }
+}
+
+void overwrite_start_of_file(const std::filesystem::path& path, std::string_view bytes) {
+  FileHandle file = open_file(path, "r+b");
+  if (!file) throw FileError(path, "書き込み用に開けません: " + system_reason(errno));
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+  const int error = errno;
+  const bool closed = std::fclose(file.release()) == 0;
+  if (!written || !closed) {
+    throw FileError(path, "書き込めません: " + system_reason(written ? errno : error));
   }
 }
 

@@ -2,11 +2,11 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
+
+#include "text/open_file.h"
 
 namespace tobarine {
 
@@ -29,13 +29,14 @@ class OutputFile {
 
  private:
   static constexpr std::size_t kFull = std::size_t{1} << 18;
-  struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
   std::filesystem::path path_;
-  std::unique_ptr<std::FILE, Close> file_;
+  FileHandle file_;
   std::string buffer_;
 };
+
+// Writes these bytes over the start of a file that exists; what stands behind them stays. Throws
+// FileError.
+void overwrite_start_of_file(const std::filesystem::path& path, std::string_view bytes);
 
 // Replaces (or creates) the file with these bytes: written beside it under another name, then
 // renamed, so that a failure leaves the old file as it was. Throws FileError.

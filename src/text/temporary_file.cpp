@@ -1,30 +1,14 @@
 #include "text/temporary_file.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <random>
 #include <string>
 #include <system_error>
 
 #include "text/error.h"
+#include "text/open_file.h"
 
 namespace tobarine {
-namespace {
-
-// Fails when the file exists.
-bool create(const std::filesystem::path& path) {
-#ifdef _WIN32
-  std::FILE* file = _wfopen(path.c_str(), L"wbx");
-#else
-  std::FILE* file = std::fopen(path.c_str(), "wbx");
-#endif
-  if (file == nullptr) return false;
-  std::fclose(file);
-  return true;
-}
-
-}  // namespace
-
 TemporaryFile::TemporaryFile(const std::vector<std::filesystem::path>& folders,
                              std::string_view name) {
   constexpr int kTries = 10;
@@ -33,7 +17,7 @@ TemporaryFile::TemporaryFile(const std::vector<std::filesystem::path>& folders,
   for (const std::filesystem::path& folder : folders) {
     for (int i = 0; i < kTries; ++i) {
       path_ = folder / (std::string(name) + "-" + std::to_string(random()) + ".tmp");
-      if (create(path_)) return;
+      if (open_file(path_, "wbx")) return;  // fails when the file exists
       error = errno;
       if (error != EEXIST) break;
     }

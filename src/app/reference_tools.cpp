@@ -1,0 +1,152 @@
+#include "app/reference_tools.h"
+
+#include <system_error>
+
+#include "hamlog/hamlog_csv.h"
+#include "text/folder.h"
+#include "text/output_file.h"
+
+namespace tobarine {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct VerdictText {
+  CodeVerdict::Kind kind;
+  std::string_view name;
+  std::string_view text;
+};
+
+constexpr VerdictText kVerdicts[] = {
+    {CodeVerdict::Kind::kLearned, "learned", "登録しました"},
+    {CodeVerdict::Kind::kKnown, "known", "登録済みです"},
+    {CodeVerdict::Kind::kContradicted, "contradicted",
+     "表の登録と違います (表はそのままにしました)"},
+    {CodeVerdict::Kind::kDoubtful, "doubtful", "はっきりしないので登録しません"},
+    {CodeVerdict::Kind::kTableFull, "table-full",
+     "h2l_cty.mas に登録しました (l2h_cty.mas には空きがありません)"},
+};
+
+const VerdictText& text_of(CodeVerdict::Kind kind) {
+  for (const VerdictText& verdict : kVerdicts) {
+    if (verdict.kind == kind) return verdict;
+  }
+  return kVerdicts[0];
+}
+
+void put_lines(std::string_view what, const std::vector<std::string>& lines, std::string& text) {
+  if (lines.empty()) return;
+  text.append(what).append(": ").append(std::to_string(lines.size())).append(" 件\n");
+  for (const std::string& line : lines) text.append("  ").append(line).append("\n");
+}
+
+}  // namespace
+
+DxccFile renew_dxcc_file(const fs::path& cty_dat, const fs::path& folder, const fs::path& output) {
+  EntityList entities;
+  entities.load(file_in(folder, "dxcc_mas.txt"));
+  DxccFile built = build_dxcc_file(cty_dat, entities);
+  replace_text_file(output, built.text);
+  return built;
+}
+
+JccRenewal renew_jcc_master(const fs::path& lists_folder, const fs::path& output) {
+  JccRenewal renewal{build_jcc(lists_folder), {}};
+  JccMaster before;
+  std::error_code error;
+  if (fs::exists(output, error)) before.load(output);
+  replace_text_file(output, JccMaster::file_text(renewal.build.places));
+  renewal.changes = compare_jcc(before.places(), renewal.build.places);
+  return renewal;
+}
+
+CodesLearned learn_codes(const fs::path& log, const CallAnalysis& calls, const fs::path& target) {
+  refuse_old_layout(log);
+  CodeLearner learner(calls);
+  HamlogLineReader reader(log);
+  QsoRecord record;
+  FindingLog findings;
+  while (reader.next(record, findings)) learner.add(record.call, record.code, record.qso_date);
+  CodesLearned learned{{}, {file_in(target, "h2l_cty.mas"), file_in(target, "l2h_cty.mas")}};
+  HamlogToDxcc h2l;
+  DxccToHamlog l2h;
+  h2l.load(learned.files[0]);
+  l2h.load(learned.files[1]);
+  CodeLearner::Tables tables = learner.learn(h2l, l2h);
+  replace_text_file(learned.files[0], h2l_file_text(tables.h2l));
+  replace_text_file(learned.files[1], l2h_file_text(tables.l2h));
+  learned.verdicts = std::move(tables.verdicts);
+  return learned;
+}
+
+std::array<std::string, 3> dates_of_our_lists(const Settings& s) {
+  return {s.JCC_date, s.JCG_date, s.JCG_date};
+}
+
+bool is_newer_list(const std::string& server_date, const std::string& our_date) {
+  // Dates compare as texts; what was fetched before under another form of date counts as old.
+  return server_date > our_date || !our_date.starts_with("2");
+}
+
+void keep_jarl_lists(const JarlLists& fetched, const fs::path& folder, Settings& settings) {
+  for (std::size_t i = 0; i < fetched.lists.size(); ++i) {
+    replace_file(file_in(folder, kListFiles[i]), fetched.lists[i]);
+  }
+  settings.JCC_date = fetched.dates[0];
+  settings.JCG_date = fetched.dates[1];
+  write_settings(settings, file_in(folder, kSettingsFile));
+}
+
+std::string dxcc_text(const DxccFile& built) {
+  return "エンティティ: " + std::to_string(built.entities) +
+         "  プリフィックス: " + std::to_string(built.prefixes) +
+         "  コール: " + std::to_string(built.calls) + "\n";
+}
+
+std::string jcc_text(const JccRenewal& renewal) {
+  std::string text;
+  const auto put_count = [&text](std::string_view what, const JccCount& count) {
+    text.append(what).append(": 現存 ").append(std::to_string(count.current));
+    text.append("  消滅 ").append(std::to_string(count.abolished)).append("\n");
+  };
+  put_count("市 (東京都の区を含む)", renewal.build.cities);
+  put_count("郡", renewal.build.guns);
+  put_count("区", renewal.build.wards);
+  put_lines("追加", renewal.changes.added, text);
+  put_lines("消滅", renewal.changes.abolished, text);
+  put_lines("変更", renewal.changes.renamed, text);
+  put_lines("削除", renewal.changes.removed, text);
+  put_lines("確認して下さい", renewal.build.problems, text);
+  return text;
+}
+
+std::string learned_text(const CodesLearned& learned) {
+  std::string text;
+  std::size_t count = 0;
+  for (const CodeVerdict& v : learned.verdicts) {
+    count += v.kind == CodeVerdict::Kind::kLearned ? 1 : 0;
+    text.append(v.code).append("\t");
+    text.append(v.entity == nullptr ? "" : v.entity->prefix).append("\t");
+    text.append(v.entity == nullptr ? "" : v.entity->name).append("\t");
+    text.append(std::to_string(v.agreeing)).append("/").append(std::to_string(v.contacts));
+    text.append("\t").append(text_of(v.kind).text).append("\n");
+  }
+  return text + "登録数: " + std::to_string(count) + " 件\n";
+}
+
+std::string list_dates_text(const std::array<std::string, 3>& server,
+                            const std::array<std::string, 3>& ours) {
+  std::string text;
+  for (std::size_t i = 0; i < server.size(); ++i) {
+    text.append(kListFiles[i]).append(": サーバー ").append(server[i]).append("  取り込み済み ");
+    text.append(ours[i].empty() ? "なし" : ours[i]);
+    text.append(is_newer_list(server[i], ours[i]) ? "  新しいリストがあります\n" : "\n");
+  }
+  return text;
+}
+
+std::string_view verdict_name(CodeVerdict::Kind kind) {
+  return text_of(kind).name;
+}
+
+}  // namespace tobarine

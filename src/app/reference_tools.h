@@ -1,0 +1,57 @@
+// The tools that renew the reference files of the program folder, for the command line and the
+// window alike, and what they tell the user.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/settings.h"
+#include "reference/code_learner.h"
+#include "reference/dxcc_builder.h"
+#include "reference/jarl_lists.h"
+#include "reference/jcc_builder.h"
+
+namespace tobarine {
+
+// `folder` holds the reference files to read, `output` is the file to replace. All throw FileError
+// and RecordError; nothing is replaced then.
+DxccFile renew_dxcc_file(const std::filesystem::path& cty_dat, const std::filesystem::path& folder,
+                         const std::filesystem::path& output);
+
+struct JccRenewal {
+  JccBuild build;
+  JccChanges changes;
+};
+JccRenewal renew_jcc_master(const std::filesystem::path& lists_folder,
+                            const std::filesystem::path& output);
+
+// Learns the codes of a Hamlog CSV into both tables of `target`.
+struct CodesLearned {
+  std::vector<CodeVerdict> verdicts;
+  std::array<std::filesystem::path, 2> files;
+};
+CodesLearned learn_codes(const std::filesystem::path& log, const CallAnalysis& calls,
+                         const std::filesystem::path& target);
+
+// The dates of the lists that were fetched last, in the order of kListFiles. The wards have none of
+// their own in the settings; they are fetched with the guns.
+std::array<std::string, 3> dates_of_our_lists(const Settings& settings);
+bool is_newer_list(const std::string& server_date, const std::string& our_date);
+
+// Puts the fetched lists into the folder and their dates into the settings.
+void keep_jarl_lists(const JarlLists& fetched, const std::filesystem::path& folder,
+                     Settings& settings);
+
+// Lines for people, each ended by LF.
+std::string dxcc_text(const DxccFile& built);
+std::string jcc_text(const JccRenewal& renewal);
+std::string learned_text(const CodesLearned& learned);
+std::string list_dates_text(const std::array<std::string, 3>& server,
+                            const std::array<std::string, 3>& ours);
+
+// What became of a code: for machines, and for people.
+std::string_view verdict_name(CodeVerdict::Kind kind);
+
+}  // namespace tobarine
