@@ -85,4 +85,17 @@ std::string missing_files_title() {
   return "　　必要なファイルがありません！　 Tobarine.exe　" + std::string(kVersion);
 }
 
+std::vector<std::filesystem::path> temporary_folders(const std::filesystem::path& program_folder) {
+  std::vector<std::filesystem::path> folders;
+#ifdef _WIN32
+  folders.push_back(program_folder.root_path());
+#else
+  static_cast<void>(program_folder);
+#endif
+  std::error_code error;
+  const std::filesystem::path system = std::filesystem::temp_directory_path(error);
+  folders.push_back(error ? std::filesystem::path("/tmp") : system);
+  return folders;
+}
+
 }  // namespace tobarine

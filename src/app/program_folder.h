@@ -35,6 +35,10 @@ ProgramFolder locate_program_folder(const FolderHints& hints);
 // Makes the user's copy of an installed data folder and returns its path. Throws FileError.
 std::filesystem::path make_user_copy(const ProgramFolder& folder);
 
+// Where temporary files may stand: on Windows the root of the program's drive first, then the
+// system's temporary folder.
+std::vector<std::filesystem::path> temporary_folders(const std::filesystem::path& program_folder);
+
 // The required reference files, in the order in which they are checked; and those not there.
 const std::vector<std::string>& reference_files();
 std::vector<std::string> missing_reference_files(const std::filesystem::path& folder);

@@ -1,6 +1,5 @@
 #include "cli/print.h"
 
-#include <algorithm>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -30,15 +29,6 @@ Json findings_json(const FindingLog& findings) {
                      {"items", std::move(items)}});
   }
   return kinds;
-}
-
-// Those that belong to a contact.
-std::size_t contact_findings(const FindingLog& findings) {
-  std::size_t all = 0;
-  for (int k = 0; k < static_cast<int>(FindingKind::kCount); ++k) {
-    all += findings.count(static_cast<FindingKind>(k));
-  }
-  return all - static_cast<std::size_t>(std::ranges::count(findings.kept(), 0U, &Finding::line));
 }
 
 }  // namespace
@@ -71,7 +61,7 @@ void print_run(const CliOptions& options, const RunNames& names, const Conversio
   for (const std::string& output : names.outputs) std::cerr << "出力: " << output << '\n';
   if (options.report) return;
   std::cerr << file_notes(report);
-  if (const std::size_t told = contact_findings(report.findings); told > 0) {
+  if (const std::size_t told = report.findings.about_contacts(); told > 0) {
     std::cerr << "お知らせが " << told << " 件あります (--report で表示します)\n";
   }
 }

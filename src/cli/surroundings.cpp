@@ -44,19 +44,6 @@ FolderHints folder_hints(const std::string& home, const char* called_as) {
   return hints;
 }
 
-std::vector<std::filesystem::path> temporary_folders(const std::filesystem::path& program_folder) {
-  std::vector<std::filesystem::path> folders;
-#ifdef _WIN32
-  folders.push_back(program_folder.root_path());
-#else
-  static_cast<void>(program_folder);
-#endif
-  std::error_code error;
-  const std::filesystem::path system = std::filesystem::temp_directory_path(error);
-  folders.push_back(error ? std::filesystem::path("/tmp") : system);
-  return folders;
-}
-
 bool stderr_is_terminal() {
 #ifdef _WIN32
   return _isatty(_fileno(stderr)) != 0;

@@ -2,9 +2,7 @@
 #pragma once
 
 #include <ctime>
-#include <filesystem>
 #include <string>
-#include <vector>
 
 #include "app/program_folder.h"
 
@@ -13,10 +11,6 @@ namespace tobarine {
 // The executable, TOBARINE_HOME and the user's data folder; `home` is the --home option,
 // `called_as` the program's name as it was called.
 FolderHints folder_hints(const std::string& home, const char* called_as);
-
-// Where temporary files may stand: on Windows the root of the program's drive first, then the
-// system's temporary folder.
-std::vector<std::filesystem::path> temporary_folders(const std::filesystem::path& program_folder);
 
 bool stderr_is_terminal();
 

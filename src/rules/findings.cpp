@@ -1,5 +1,8 @@
 #include "rules/findings.h"
 
+#include <algorithm>
+#include <numeric>
+
 namespace tobarine {
 namespace {
 
@@ -79,6 +82,11 @@ std::string_view finding_name(FindingKind kind) {
 }
 std::string_view finding_heading(FindingKind kind) {
   return text_of(kind).heading;
+}
+
+std::size_t FindingLog::about_contacts() const {
+  const std::size_t all = std::accumulate(counts_.begin(), counts_.end(), std::size_t{0});
+  return all - static_cast<std::size_t>(std::ranges::count(kept_, 0U, &Finding::line));
 }
 
 void FindingLog::add(FindingKind kind, std::size_t line, std::string_view call,

@@ -68,6 +68,7 @@ class FindingLog {
   void add(FindingKind kind, std::size_t line, std::string_view call, std::string_view text);
 
   std::size_t count(FindingKind kind) const { return counts_[static_cast<std::size_t>(kind)]; }
+  std::size_t about_contacts() const;  // the count of all that belong to a line
   const std::vector<Finding>& kept() const { return kept_; }  // in the order of adding
 
  private:

@@ -1,0 +1,313 @@
+#include "app/main_window.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "rules/version.h"
+#include "text/error.h"
+#include "text/folder.h"
+#include "text/strings.h"
+
+namespace tobarine {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kBandGridRows = 20;
+constexpr std::size_t kModeGridRows = 30;
+constexpr std::string_view kNeverFetched = "受信履歴無し";
+
+}  // namespace
+
+const MainWindow::Command MainWindow::kCommands[] = {
+    {"mnuOpen_hdb", &MainWindow::open_hdb},
+    {"mnuOpen_csv", &MainWindow::open_csv},
+    {"mnuOpen_adi", &MainWindow::open_adi},
+    {"mnuOpen_zlog_all", &MainWindow::open_zlog_all},
+    {"mnuOpen_zlog_zlo", &MainWindow::open_zlog_zlo},
+    {"mnuDisp_in", &MainWindow::view_input},
+    {"mnuDisp_out", &MainWindow::view_output},
+    {"mnuDisp_report", &MainWindow::view_report},
+    {"mnuClear", &MainWindow::clear_counts},
+    {"mnuHelp", &MainWindow::view_table_help},
+    {"mnuEditHelp", &MainWindow::show_edit_help},
+    {"mnuJARL_Check", &MainWindow::check_jarl},
+    {"mnuJARL_Download", &MainWindow::download_jarl},
+    {"mnuMake_JCC_JCG", &MainWindow::make_jcc_master},
+    {"adif2zlog_all", &MainWindow::open_zlog_window},
+    {"mnuMake_dxcc_hl_dat", &MainWindow::make_dxcc_file},
+    {"mnuLearn_codes", &MainWindow::learn_codes_from_log},
+    {"mnuHamlo_csv_Edit", &MainWindow::edit_hamlog_csv},
+    {"cmdH2L", &MainWindow::run_h2l_command},
+    {"cmdeqsl", &MainWindow::run_eqsl_command},
+    {"cmdL2H", &MainWindow::run_l2h_command},
+    {"cmdEnd", &MainWindow::exit},
+    {"Command1", &MainWindow::clear_was},
+};
+
+MainWindow::MainWindow(StartUp start, fs::path folder, Shell& shell)
+    : bands({" No", " ADIF", "  CSV", " メモ書き", "配置先"}, kBandGridRows),
+      modes({" No", " ADIF", "  CSV"}, kModeGridRows),
+      shell_(shell),
+      start_(std::move(start)),
+      folder_(std::move(folder)) {}
+
+void MainWindow::command(std::string_view name) {
+  const auto* const tool = std::ranges::find(kToolButtons, name, &ToolButton::key);
+  if (tool != kToolButtons.end()) name = tool->command;
+  const auto* const found = std::ranges::find(kCommands, name, &Command::name);
+  if (found == std::end(kCommands) || running_) return;
+  try {
+    (this->*found->run)();
+  } catch (const Error& error) {
+    tell(Shell::Icon::kCritical, "Tobarine", error.what());
+  }
+  shell_.mirror();
+}
+
+void MainWindow::trace(std::string_view line) {
+  if (settings_.Chk_15 == "1") start_.trace.line(line);
+}
+
+void MainWindow::tell(Shell::Icon icon, std::string_view title, std::string_view text) {
+  shell_.show_message(icon, {std::string(title), std::string(text)});
+}
+
+void MainWindow::save_settings() {
+  write_settings(settings_, file_in(folder_, kSettingsFile));
+}
+
+void MainWindow::load() {
+  settings_ = start_.settings;
+  trace("     Form_Load()");
+  settings_ = read_settings(file_in(folder_, kSettingsFile));
+  trace("     ini_read");
+  controls.height = kMostHeight;
+  controls.progress = 0;
+  controls.title =
+      " for ＴＨＷ５ :  Tobarine   ver " + std::string(kVersion) + "     coded by VELDOR";
+  controls.lblInFile.text = "ﾒﾆｭｰより入力ﾌｧｲﾙを指定して下さい。";
+  controls.lblInFile.colour = Colour::kLightRed;
+  controls.mnuDisp.enabled = false;
+  controls.mnuDisp_in.enabled = controls.tool("表示 i").enabled = false;
+  enable_conversions(false, false);
+  enable_views();
+  show_settings();
+  show_input_count(0);
+  controls.lblInfo.text = "変換数: 0 件";
+  tables_.load(folder_);
+  trace("     Open strPath & Band_tbl.ini For Input As #f_i");
+  trace("     Open strPath & Mode_tbl.ini For Input As #f_i");
+  fill_grids();
+  for (std::string* date : {&settings_.JCC_date, &settings_.JCG_date}) {
+    if (date->empty()) *date = kNeverFetched;
+  }
+  if (settings_.Chk_13 == 1) look_for_new_lists(true);
+  trace("         Form_Load()  OK");
+  controls.Check[16].tip = "ＱＴＨ欄が空白で無ければ転記します";
+  shell_.mirror();
+}
+
+void MainWindow::show_settings() {
+  const std::int16_t numbers[] = {
+      settings_.Chk_1,  settings_.Chk_2,  settings_.Chk_3,  settings_.Chk_4, settings_.Chk_5,
+      settings_.Chk_6,  settings_.Chk_7,  settings_.Chk_8,  settings_.Chk_9, settings_.Chk_10,
+      settings_.Chk_11, settings_.Chk_12, settings_.Chk_13, settings_.Chk_14};
+  for (std::size_t i = 0; i < std::size(numbers); ++i) {
+    controls.Check[i + 1].checked = numbers[i] == 1;
+  }
+  controls.Check[15].checked = settings_.Chk_15 == "1";
+  controls.Check[16].checked = settings_.Chk_16 == "1";
+  const auto select = [](auto& options, int index) {
+    for (std::size_t i = 0; i < options.size(); ++i) {
+      options[i].checked = static_cast<int>(i) == index;
+    }
+  };
+  select(controls.Option1, settings_.Op_1);
+  select(controls.Option2, settings_.Op_2);
+  select(controls.Option3, settings_.Op_3);
+  controls.txtWas.text = settings_.was_moji;
+  controls.txtYYYY.text = settings_.set_YYYY == "0" ? "" : settings_.set_YYYY;
+  if (settings_.Chk_12 == 1) set_year_from_system();
+  show_time_mode();
+  colour_options();
+}
+
+// What is chosen is light blue.
+void MainWindow::colour_options() {
+  const auto colour = [](auto& options) {
+    for (Control& option : options) {
+      option.colour = option.checked ? Colour::kLightBlue : Colour::kBlack;
+    }
+  };
+  colour(controls.Check);
+  colour(controls.Option1);
+  colour(controls.Option2);
+  colour(controls.Option3);
+}
+
+void MainWindow::check(std::size_t number, bool checked) {
+  std::int16_t Settings::*const numbers[] = {
+      &Settings::Chk_1,  &Settings::Chk_2,  &Settings::Chk_3,  &Settings::Chk_4, &Settings::Chk_5,
+      &Settings::Chk_6,  &Settings::Chk_7,  &Settings::Chk_8,  &Settings::Chk_9, &Settings::Chk_10,
+      &Settings::Chk_11, &Settings::Chk_12, &Settings::Chk_13, &Settings::Chk_14};
+  if (number == 0 || number >= controls.Check.size()) return;
+  controls.Check[number].checked = checked;
+  if (number <= std::size(numbers)) {
+    settings_.*numbers[number - 1] = checked ? 1 : 0;
+  } else {
+    (number == 15 ? settings_.Chk_15 : settings_.Chk_16) = checked ? "1" : "0";
+  }
+  if (number == 12) {
+    controls.txtYYYY.read_only = false;
+    if (checked) set_year_from_system();
+  }
+  colour_options();
+  // These two reach the file with the next write, whoever makes it.
+  if (number != 13 && number != 14) save_settings();
+  shell_.mirror();
+}
+
+void MainWindow::set_year_from_system() {
+  constexpr int kYearsFrom = 1900;
+  settings_.set_YYYY = std::to_string(shell_.now().tm_year + kYearsFrom);
+  controls.txtYYYY.text = settings_.set_YYYY;
+  controls.txtYYYY.read_only = true;
+}
+
+void MainWindow::show_time_mode() {
+  time_mode_ = set_time_mode(settings_.Op_1, kind_ == LogKind::kAdif);
+  const TimeModeExplanation explanation = explain_time_mode(time_mode_);
+  controls.lblJ2U[0].text = explanation.first_line;
+  controls.lblJ2U[1].text = explanation.second_line;
+}
+
+void MainWindow::select_option1(std::size_t index) {
+  settings_.Op_1 = static_cast<std::int16_t>(index);
+  for (std::size_t i = 0; i < controls.Option1.size(); ++i) {
+    controls.Option1[i].checked = i == index;
+  }
+  show_time_mode();
+  settings_.utc_jst_str = time_mode_keyword(time_mode_);
+  colour_options();
+  save_settings();
+  shell_.mirror();
+}
+
+void MainWindow::select_option2(std::size_t index) {
+  clear_counts();
+  settings_.Op_2 = static_cast<std::int16_t>(index);
+  for (std::size_t i = 0; i < controls.Option2.size(); ++i) {
+    controls.Option2[i].checked = i == index;
+  }
+  colour_options();
+  save_settings();
+  shell_.mirror();
+}
+
+void MainWindow::select_option3(std::size_t index) {
+  settings_.Op_3 = static_cast<std::int16_t>(index);
+  for (std::size_t i = 0; i < controls.Option3.size(); ++i) {
+    controls.Option3[i].checked = i == index;
+  }
+  colour_options();
+  save_settings();
+  shell_.mirror();
+}
+
+void MainWindow::select_option_dx(std::size_t index) {
+  for (std::size_t i = 0; i < controls.OptionDX.size(); ++i) {
+    controls.OptionDX[i].checked = i == index;
+  }
+  shell_.mirror();
+}
+
+void MainWindow::edit_was(std::string_view text) {
+  controls.txtWas.text = settings_.was_moji = text;  // reaches the file with the next write
+}
+
+void MainWindow::clear_was() {
+  edit_was("");
+}
+
+void MainWindow::edit_year(std::string_view text) {
+  controls.txtYYYY.text = settings_.set_YYYY = text;
+  save_settings();
+}
+
+void MainWindow::resize(int width, int height) {
+  controls.width = std::min(width, kMostWidth);
+  controls.height = std::min(height, kMostHeight);
+}
+
+void MainWindow::clear_counts() {
+  controls.lblMsg = {};
+  controls.lblInfo.text.clear();
+  controls.lblNotes.text.clear();
+  controls.progress = 0;
+}
+
+void MainWindow::fill_grids() {
+  for (std::size_t i = 0; i < std::min(tables_.bands.size(), kBandGridRows); ++i) {
+    const BandRow& row = tables_.bands[i];
+    bands.set_cell(i + 1, 1, row.adif);
+    bands.set_cell(i + 1, 2, row.freq);
+    bands.set_cell(i + 1, 3, row.memo);
+    bands.set_cell(i + 1, 4, row.placement);
+  }
+  for (std::size_t i = 0; i < std::min(tables_.modes.size(), kModeGridRows); ++i) {
+    modes.set_cell(i + 1, 1, tables_.modes[i].adif);
+    modes.set_cell(i + 1, 2, tables_.modes[i].csv);
+  }
+  trace("     MSFlexGrid1   BAND");
+  trace("     MSFlexGrid2   MODE");
+}
+
+void MainWindow::save_grids() const {
+  std::vector<BandRow> band_rows;
+  for (std::size_t row = 1; row < bands.rows(); ++row) {
+    band_rows.push_back(
+        {bands.cell(row, 1), bands.cell(row, 2), bands.cell(row, 3), bands.cell(row, 4)});
+  }
+  save_band_table(file_in(folder_, "Band_tbl.ini"), band_rows);
+  std::vector<ModeRow> mode_rows;
+  for (std::size_t row = 1; row < modes.rows(); ++row) {
+    mode_rows.push_back({modes.cell(row, 1), modes.cell(row, 2)});
+  }
+  save_mode_table(file_in(folder_, "Mode_tbl.ini"), mode_rows);
+}
+
+void MainWindow::show_edit_help() {
+  tell(Shell::Icon::kInformation, "　　編集方法の説明",
+       "　　　　　　　「編集方法の説明」\r\n\r\n"
+       "編集するセルにカーソルを合わせて 「 Ｅｎｔｅｒ 」 キーを押して下さい。\r\n\r\n"
+       "セルが黄色に変わります。 空白欄なら文字を挿入して下さい。\r\n\r\n"
+       "すでに入力されている欄の場合には、適宜、編集して下さい。\r\n\r\n"
+       "「 Ｅｎｔｅｒ 」 キーを押せば確定します。");
+}
+
+void MainWindow::exit() {
+  bands.grid_focused();  // what is being typed counts
+  modes.grid_focused();
+  // Each step is tried, whatever became of the one before it.
+  const auto attempt = [this](const std::function<void()>& step) {
+    try {
+      step();
+    } catch (const Error& error) {
+      tell(Shell::Icon::kCritical, "Tobarine", error.what());
+    }
+  };
+  attempt([this] { save_settings(); });
+  std::error_code error;
+  std::vector<fs::path> indexes;
+  for (const auto& entry : fs::directory_iterator(folder_, error)) {
+    const bool index = equal_ignoring_case(path_text(entry.path().extension()), ".hdx");
+    if (index && entry.is_regular_file(error)) indexes.push_back(entry.path());
+  }
+  for (const fs::path& index : indexes) fs::remove(index, error);
+  attempt([this] { save_grids(); });
+  shell_.quit();
+}
+
+}  // namespace tobarine

@@ -1,0 +1,192 @@
+// The main window's conversions and tools.
+#include "app/main_window.h"
+#include "app/program_folder.h"
+#include "app/reference_tools.h"
+#include "convert/h2l.h"
+#include "convert/l2h.h"
+#include "text/error.h"
+#include "text/folder.h"
+
+namespace tobarine {
+
+const CallTables& MainWindow::call_tables() {
+  if (!call_tables_) {
+    CallTables tables;
+    tables.load(folder_);
+    call_tables_ = std::move(tables);
+  }
+  return *call_tables_;
+}
+
+const PlaceTables& MainWindow::place_tables() {
+  if (!place_tables_) {
+    PlaceTables tables;
+    tables.load(folder_);
+    place_tables_ = std::move(tables);
+  }
+  return *place_tables_;
+}
+
+RunContext MainWindow::context_for(double& bar) {
+  return {[this, &bar](double done) {
+    bar = done;
+    return shell_.keep_going();
+  }};
+}
+
+// All that a conversion does before and after its run.
+void MainWindow::convert(const std::function<ConversionReport(const RunContext&)>& run) {
+  save_settings();
+  clear_counts();
+  const bool h2l = controls.cmdH2L.enabled;
+  enable_conversions(false, false);
+  running_ = true;
+  shell_.mirror();
+  const auto finish = [&] {
+    running_ = false;
+    controls.progress = 0;
+    enable_conversions(h2l, !h2l);
+    enable_views();
+  };
+  try {
+    report_ = run(context_for(controls.progress));
+  } catch (...) {
+    finish();
+    throw;
+  }
+  finish();
+  show_result();
+}
+
+void MainWindow::show_result() {
+  controls.lblInfo.text = "変換数: " + std::to_string(report_.written) + " 件";
+  controls.lblMsg.text = report_.stopped_by ? "途中で止まりました" : "処理終了";
+  if (report_.stopped_by) controls.lblMsg.colour = Colour::kLightRed;
+  controls.lblNotes.text = file_notes(report_);
+  if (const std::size_t told = report_.findings.about_contacts(); told > 0) {
+    controls.lblNotes.text += "お知らせが " + std::to_string(told) +
+                              " 件あります ([ 表示 ] の「変換の報告」で見られます)\n";
+  }
+  controls.mnuDisp_report.enabled = !report_text(report_).empty() || report_.stopped_by;
+  trace("変換数: " + std::to_string(report_.written));
+  if (report_.stopped_by) tell(Shell::Icon::kCritical, "Tobarine", *report_.stopped_by);
+}
+
+void MainWindow::run_h2l_command() {
+  run_to_adif(false);
+}
+void MainWindow::run_eqsl_command() {
+  run_to_adif(true);
+}
+
+void MainWindow::run_to_adif(bool eqsl) {
+  if (!controls.cmdH2L.enabled) return;
+  convert([&](const RunContext& context) {
+    const H2lJob job{input_,
+                     output_,
+                     h2l_options(settings_),
+                     log_kind_info(*kind_).source,
+                     zlog_zone(settings_),
+                     file_in(folder_, "zlog_1.csv")};
+    return (eqsl ? run_eqsl : run_h2l)(job, tables_, call_tables(), context);
+  });
+}
+
+void MainWindow::run_l2h_command() {
+  if (!controls.cmdL2H.enabled) return;
+  convert([&](const RunContext& context) {
+    const L2hJob job{input_, output_, l2h_options(settings_, settings_.Op_1),
+                     temporary_folders(folder_)};
+    return run_l2h(job, tables_, call_tables(), place_tables(), l2h_state_, context);
+  });
+}
+
+void MainWindow::check_jarl() {
+  look_for_new_lists(false);
+}
+
+void MainWindow::look_for_new_lists(bool at_start) {
+  if (!at_start) controls.lblMsg.text = "JARL のリストの更新日付けを調べています…";
+  shell_.in_background([this, at_start, server = jarl_server] {
+    std::string failure;
+    std::array<std::string, 3> dates;
+    try {
+      dates = jarl_dates(server);
+    } catch (const Error& error) {
+      failure = error.what();
+    }
+    return Shell::Finish([this, at_start, dates, failure] {
+      const auto ours = dates_of_our_lists(settings_);
+      controls.lblMsg = {};
+      if (at_start) {
+        // One quiet line: nobody asked just now.
+        bool news = false;
+        for (std::size_t i = 0; i < dates.size(); ++i)
+          news = news || is_newer_list(dates[i], ours[i]);
+        controls.lblNotes.text =
+            !failure.empty() ? "JARL のリストの更新日付けを調べられませんでした"
+            : news ? "JARL に新しい JCC , JCG , 区リストがあります ([ Tool ] から取得できます)"
+                   : "";
+      } else {
+        tell(failure.empty() ? Shell::Icon::kInformation : Shell::Icon::kCritical,
+             "JCC , JCG  , 区リスト", failure.empty() ? list_dates_text(dates, ours) : failure);
+      }
+      shell_.mirror();
+    });
+  });
+}
+
+void MainWindow::download_jarl() {
+  controls.lblMsg.text = "JARL のリストを取得しています…";
+  shell_.in_background([this, server = jarl_server] {
+    std::string failure;
+    JarlLists lists;
+    try {
+      lists = fetch_jarl_lists(server);
+    } catch (const Error& error) {
+      failure = error.what();
+    }
+    return Shell::Finish([this, lists = std::move(lists), failure]() mutable {
+      controls.lblMsg = {};
+      try {
+        if (!failure.empty()) throw Error(failure);
+        keep_jarl_lists(lists, folder_, settings_);
+        std::string text;
+        for (std::size_t i = 0; i < kListFiles.size(); ++i) {
+          text += std::string(kListFiles[i]) + ": " + lists.dates[i] + "\n";
+        }
+        tell(Shell::Icon::kInformation, "JCC , JCG  , 区リスト",
+             text + "\n取得しました。「JCC , JCG , 区リストの作成」で変換に使えるようになります。");
+      } catch (const Error& error) {
+        tell(Shell::Icon::kCritical, "JCC , JCG  , 区リスト", error.what());
+      }
+      shell_.mirror();
+    });
+  });
+}
+
+void MainWindow::make_jcc_master() {
+  const JccRenewal renewal = renew_jcc_master(folder_, file_in(folder_, "JCC_JCG.mas"));
+  place_tables_.reset();  // loaded anew by the next conversion
+  tell(Shell::Icon::kInformation, "JCC , JCG , 区リストの作成", jcc_text(renewal));
+}
+
+void MainWindow::make_dxcc_file() {
+  const auto file = shell_.choose_file({"cty.dat を開く", "cty.dat", {"*.dat"}});
+  if (!file) return;
+  const DxccFile built = renew_dxcc_file(*file, folder_, file_in(folder_, "dxcc_hl.dat"));
+  call_tables_.reset();
+  tell(Shell::Icon::kInformation, "dxcc_hl.dat の作成", dxcc_text(built));
+}
+
+void MainWindow::learn_codes_from_log() {
+  const auto file = shell_.choose_file(
+      {"Code を登録する Hamlog の CSV を開く", "Hamlog の CSV (*.csv)", {"*.csv", "loglist.txt"}});
+  if (!file) return;
+  const CodesLearned learned = learn_codes(*file, call_tables().calls, folder_);
+  call_tables_.reset();
+  place_tables_.reset();
+  tell(Shell::Icon::kInformation, "Hamlog の Code", learned_text(learned));
+}
+
+}  // namespace tobarine

@@ -1,0 +1,250 @@
+// The main window's open and view commands.
+#include <system_error>
+
+#include "app/main_window.h"
+#include "hamlog/adif_reader.h"
+#include "hamlog/hamlog_csv.h"
+#include "text/error.h"
+#include "text/folder.h"
+#include "zlog/all_reader.h"
+#include "zlog/contest.h"
+#include "zlog/zlo_reader.h"
+
+namespace tobarine {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kToAdif =
+    "\r\nLogger32 や eQSL.cc にて使用可能なADIF形式に変換します。 ";
+
+}  // namespace
+
+void MainWindow::open_file(const fs::path& file) {
+  if (running_) return;
+  try {
+    std::string first_line;
+    if (!recognise_log(file, {})) {
+      LineReader lines(file);
+      std::string_view line;
+      if (lines.next(line)) first_line = line;
+    }
+    const auto kind = recognise_log(file, first_line);
+    if (!kind) throw FileError(file, "ログのファイルではないようです");
+    open_as(*kind, file);
+  } catch (const Error& error) {
+    tell(Shell::Icon::kCritical, "Tobarine", error.what());
+  }
+  shell_.mirror();
+}
+
+void MainWindow::open_as(LogKind kind, const fs::path& file) {
+  switch (kind) {
+    case LogKind::kHamlogHdb:
+      refuse_hdb();
+      break;
+    case LogKind::kHamlogCsv:
+      open_hamlog_csv(file);
+      break;
+    case LogKind::kZlogAll:
+      open_all(file);
+      break;
+    case LogKind::kZlogZlo:
+      open_zlo(file);
+      break;
+    case LogKind::kAdif:
+      open_adif(file);
+      break;
+  }
+}
+
+void MainWindow::open_hdb() {
+  if (shell_.choose_file({"THW5 の Hamlog.hdb 形式ファイル *.hdb を開く",
+                          "THW5 Hamlog.hdb ﾌｧｲﾙ(*.hdb)",
+                          {"*.hdb"}})) {
+    refuse_hdb();
+  }
+}
+
+void MainWindow::refuse_hdb() {
+  tell(Shell::Icon::kInformation, "Hamlog.hdb",
+       "Hamlog.hdb を読むには Turbo HAMLOG の Hamlog50.dll "
+       "が要りますが、ここでは使えません。\r\n\r\n"
+       "Turbo HAMLOG で CSV に出力し、そのファイルを「開く *.csv」で開いて下さい。");
+}
+
+void MainWindow::open_csv() {
+  const auto file = shell_.choose_file({"Hamlog v5.00以降のﾌｧｲﾙ *.csv を開く",
+                                        "THW5 の csv　形式ﾌｧｲﾙ(*.csv);loglist.txt",
+                                        {"*.csv", "loglist.txt"}});
+  if (file) open_hamlog_csv(*file);
+}
+
+void MainWindow::open_adi() {
+  const auto file = shell_.choose_file(
+      {"Logger32 のADIF形式ﾌｧｲﾙ *.adi を開く", "Logger32のﾌｧｲﾙ(*.adi)", {"*.adi"}});
+  if (file) open_adif(*file);
+}
+
+void MainWindow::open_zlog_all() {
+  const auto file =
+      shell_.choose_file({"zLog の *.all を開く", "zLog の各種ﾌｧｲﾙ *.all ", {"*.all"}});
+  if (file) open_all(*file);
+}
+
+void MainWindow::open_zlog_zlo() {
+  const auto file =
+      shell_.choose_file({"zLog の *.zlo を開く", "zLog の各種ﾌｧｲﾙ *.zlo ", {"*.zlo"}});
+  if (file) open_zlo(*file);
+}
+
+// Nothing can be converted until the file has turned out to be what it should be.
+void MainWindow::set_files(const fs::path& input, LogKind kind, std::string_view extension) {
+  kind_ = kind;
+  input_ = input;
+  output_ = output_path(input, extension);
+  report_ = {};
+  controls.mnuDisp_report.enabled = false;
+  clear_counts();
+  controls.lblInFile = controls.lblOutFile = controls.lblConv = {};
+  controls.lblInFile.text = path_text(input_);
+  controls.lblOutFile.text = path_text(output_);
+  controls.cmdH2L.text = "変換　H -> L";
+  controls.lblIn.text.clear();
+  controls.mnuDisp.enabled = true;
+  controls.mnuDisp_in.enabled = controls.tool("表示 i").enabled = true;
+  enable_conversions(false, false);
+  enable_views();
+}
+
+void MainWindow::open_hamlog_csv(const fs::path& file) {
+  set_files(file, LogKind::kHamlogCsv, "adi");
+  if (hamlog_layout(file) == HamlogLayout::kOld) {
+    controls.lblConv.text = "ﾌｧｲﾙ形式が [ 旧 ] なので不適切です。";
+    controls.lblConv.colour = Colour::kLightRed;
+    return;
+  }
+  controls.lblConv.text = "Hamlog v5.00以降で作成した 新ＣＳＶ 形式ﾌｧｲﾙから";
+  controls.lblConv.text += kToAdif;
+  show_input_count(count_lines(file));
+  controls.frameFullWidth.text = " Rmks に全角が含まれていても Comment に転記する ";
+  enable_by_kind();
+}
+
+void MainWindow::open_adif(const fs::path& file) {
+  set_files(file, LogKind::kAdif, "csv");
+  const AdifFileInfo info = scan_adif(file);
+  if (!info.is_adif) throw FileError(file, "ADIF ではないようです (CALL のタグがありません)");
+  controls.lblConv.text =
+      "Logger32の ADIF形式のファイルから\r\nHamlog にて読み込み可能なcsv形式に変換します。 ";
+  show_input_count(info.contacts);
+  enable_by_kind();
+}
+
+void MainWindow::open_all(const fs::path& file) {
+  set_files(file, LogKind::kZlogAll, "adi");
+  LineReader lines(file);
+  std::string_view line;
+  const TextLogForm form = text_log_form(lines.next(line) ? line : std::string_view());
+  if (form != TextLogForm::kZlogAll) {
+    refuse_text_log(form);
+    return;
+  }
+  show_zlog("all", count_all_contacts(file));
+}
+
+void MainWindow::open_zlo(const fs::path& file) {
+  set_files(file, LogKind::kZlogZlo, "adi");
+  refuse_foreign_zlo(file);
+  const ContestInfo contest = read_contest(file);
+  if (!contest.name.empty()) controls.lblContest.text = contest.name;
+  controls.OptionDX[0].checked = contest.is_dx;
+  controls.OptionDX[1].checked = !contest.is_dx;
+  show_zlog("zlo", contest.contacts);
+}
+
+void MainWindow::show_zlog(std::string_view form, std::size_t contacts) {
+  controls.lblConv.text = "zLog の " + std::string(form) + " 形式ファイルから";
+  controls.lblConv.text += kToAdif;
+  controls.cmdH2L.text = "変換　Z -> L";
+  show_input_count(contacts);
+  enable_by_kind();
+}
+
+void MainWindow::refuse_text_log(TextLogForm form) {
+  controls.lblInFile.text = "入力ファイル形式が違います";
+  controls.lblInFile.colour = Colour::kLightRed;
+  controls.lblOutFile.colour = Colour::kLightRed;
+  controls.lblConv.colour = Colour::kLightRed;
+  // The line names the form that the file has, although its wording speaks of the choice.
+  controls.lblConv.text = form == TextLogForm::kZlogTxt
+                              ? "「開く」での指定は ｚＬｏｇのＴＸＴ形式"
+                              : "「開く」での指定は ＨａｍｌｏｇのＴＸＴ形式";
+  controls.lblConv.text += "\r\n指定したファイル形式と「開く」でのファイル形式が違います。";
+}
+
+void MainWindow::show_input_count(std::size_t count) {
+  controls.lblIn.text = "入力数: " + std::to_string(count) + " 件";
+}
+
+void MainWindow::enable_conversions(bool h2l, bool l2h) {
+  controls.cmdH2L.enabled = controls.tool("変換 H2L").enabled = h2l;
+  controls.cmdeqsl.enabled = controls.tool("eQSL").enabled = h2l;
+  controls.cmdL2H.enabled = controls.tool("変換 L2H").enabled = l2h;
+}
+
+void MainWindow::enable_views() {
+  std::error_code error;
+  const bool there = !output_.empty() && fs::exists(output_, error);
+  controls.mnuDisp_out.enabled = controls.tool("表示 o").enabled = there;
+}
+
+// Which times can be converted depends on the direction.
+void MainWindow::enable_by_kind() {
+  const bool from_adif = kind_ == LogKind::kAdif;
+  for (std::size_t i = 0; i < controls.Option1.size(); ++i) {
+    controls.Option1[i].enabled = (i == 2) != from_adif;
+  }
+  controls.Check[8].enabled = !from_adif;
+  select_option1(from_adif ? 0 : 2);
+  enable_conversions(!from_adif, from_adif);
+}
+
+void MainWindow::view(const fs::path& file) {
+  std::error_code error;
+  if (!fs::exists(file, error)) {
+    controls.lblConv.text = "ﾌｧｲﾙがありません";
+    controls.lblConv.colour = Colour::kLightRed;
+    return;
+  }
+  shell_.open_viewer(file, 0);
+}
+
+void MainWindow::view_input() {
+  if (controls.mnuDisp_in.enabled) view(input_);
+}
+void MainWindow::view_output() {
+  if (controls.mnuDisp_in.enabled) view(output_);
+}
+void MainWindow::view_table_help() {
+  view(file_in(folder_, "変換テーブルの説明.txt"));
+}
+void MainWindow::view_report() {
+  if (controls.mnuDisp_report.enabled) shell_.open_report();
+}
+
+void MainWindow::open_zlog_window() {
+  shell_.open_zlog_window();
+}
+
+void MainWindow::edit_hamlog_csv() {
+  if (edit_file_.empty()) {
+    const auto file = shell_.choose_file(
+        {"編集するファイルを開く", "CSV、zLog ALL (*.csv *.all)", {"*.csv", "*.all", "*.txt"}});
+    if (!file) return;
+    edit_file_ = *file;
+  }
+  shell_.open_editor(edit_file_);
+}
+
+}  // namespace tobarine

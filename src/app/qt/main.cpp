@@ -1,0 +1,64 @@
+// tobarine: the window program.
+#include <QApplication>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QMessageBox>
+#include <QTranslator>
+#include <cstdlib>
+#include <ctime>
+
+#include "app/main_window.h"
+#include "app/program_folder.h"
+#include "app/qt/qt_shell.h"
+#include "text/error.h"
+
+namespace {
+
+using namespace tobarine;
+
+FolderHints folder_hints() {
+  FolderHints hints;
+  hints.home = qEnvironmentVariable("TOBARINE_HOME").toStdU16String();
+  hints.executable = QCoreApplication::applicationFilePath().toStdU16String();
+  QString data = qEnvironmentVariable("XDG_DATA_HOME");
+  if (data.isEmpty()) data = qEnvironmentVariable("HOME") + "/.local/share";
+  hints.user_data = data.toStdU16String();
+  return hints;
+}
+
+int run() {
+  const std::filesystem::path folder = make_user_copy(locate_program_folder(folder_hints()));
+  QtShell shell;
+  StartUp start = start_up({folder, qEnvironmentVariable("WINDIR").toStdString(), shell.now()});
+  if (start.stop) {
+    QMessageBox::critical(nullptr, QString::fromStdString(start.stop->title),
+                          QString::fromStdString(start.stop->text).replace("\r\n", "\n"));
+    return 1;
+  }
+  MainWindow commands(std::move(start), folder, shell);
+  shell.show(commands);
+  // A log given on the command line, as file managers do.
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.size() > 1) commands.open_file(arguments[1].toStdU16String());
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  QApplication::setApplicationName("Tobarine");
+  QApplication::setDesktopFileName("tobarine");
+  QApplication::setWindowIcon(QIcon(":/tobarine.png"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  QTranslator qt_texts;  // the buttons of Qt's own dialogs
+  if (qt_texts.load("qtbase_ja", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QApplication::installTranslator(&qt_texts);
+  }
+  try {
+    return run();
+  } catch (const Error& error) {
+    QMessageBox::critical(nullptr, "Tobarine", QString::fromUtf8(error.what()));
+    return 1;
+  }
+}

@@ -1,0 +1,186 @@
+#include "app/qt/main_view.h"
+
+#include <QAbstractButton>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScreen>
+#include <QSettings>
+
+#include "app/qt/mirror.h"
+
+namespace tobarine {
+namespace {
+
+constexpr int kMostRecentFiles = 8;
+
+QString qstring(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+std::filesystem::path path_of(const QString& file) {
+  return std::filesystem::path(file.toStdU16String());
+}
+
+QChar access_key(const QString& name) {
+  if (name == "cmdH2L") return 'H';
+  if (name == "cmdeqsl") return 'f';
+  if (name == "cmdL2H") return 'L';
+  return {};
+}
+
+}  // namespace
+
+MainView::MainView() {
+  setObjectName("frmMain");
+  setAcceptDrops(true);
+  add_menus();
+  add_toolbar();
+  build();
+  find_controls();
+  setMaximumSize(kMostWidth / kTwipsPerPixel, kMostHeight / kTwipsPerPixel);
+  restore_place();
+}
+
+void MainView::find_controls() {
+  const MainControls names;
+  for_each_control(names, [this](const std::string& name, const Control&) {
+    QObject* const object = findChild<QObject*>(qstring(name));
+    Q_ASSERT(object != nullptr);
+    controls_[qstring(name)] = object;
+  });
+}
+
+void MainView::connect_commands(MainWindow& commands) {
+  commands_ = &commands;
+  bands_ = new GridView(commands.bands, "Text1", {33, 67, 67, 99, 55}, bands_place_);
+  bands_->setObjectName("MSFlexGrid1");
+  bands_->setAccessibleName("BAND 変換テーブル");
+  bands_place_->layout()->addWidget(bands_);
+  modes_ = new GridView(commands.modes, "Text4", {33, 67, 67}, modes_place_);
+  modes_->setObjectName("MSFlexGrid2");
+  modes_->setAccessibleName("MODE 変換テーブル");
+  modes_place_->layout()->addWidget(modes_);
+  connect_options();
+  show_recent_files();
+}
+
+void MainView::connect_options() {
+  const auto on_click = [this](const QString& name, auto function) {
+    auto* const button = qobject_cast<QAbstractButton*>(controls_[name]);
+    connect(button, &QAbstractButton::clicked, this, function);
+  };
+  for (std::size_t i = 1; i < commands_->controls.Check.size(); ++i) {
+    on_click(QString("Check%1").arg(i), [this, i](bool checked) { commands_->check(i, checked); });
+  }
+  for (std::size_t i = 0; i < 4; ++i) {
+    on_click(QString("Option1_%1").arg(i), [this, i] { commands_->select_option1(i); });
+  }
+  for (std::size_t i = 0; i < 3; ++i) {
+    on_click(QString("Option2_%1").arg(i), [this, i] { commands_->select_option2(i); });
+  }
+  for (std::size_t i = 0; i < 2; ++i) {
+    on_click(QString("Option3_%1").arg(i), [this, i] { commands_->select_option3(i); });
+    on_click(QString("OptionDX_%1").arg(i), [this, i] { commands_->select_option_dx(i); });
+  }
+  const auto on_edit = [this](const char* name, auto function) {
+    auto* const edit = qobject_cast<QLineEdit*>(controls_[name]);
+    connect(edit, &QLineEdit::textEdited, this,
+            [function](const QString& text) { function(text.toStdString()); });
+  };
+  on_edit("txtWas", [this](const std::string& text) { commands_->edit_was(text); });
+  on_edit("txtYYYY", [this](const std::string& text) { commands_->edit_year(text); });
+}
+
+void MainView::mirror() {
+  const MainControls& controls = commands_->controls;
+  setWindowTitle(qstring(controls.title));
+  for_each_control(controls, [this](const std::string& name, const Control& control) {
+    const QString key = qstring(name);
+    mirror_control(*controls_[key], control, access_key(key));
+  });
+  bands_->mirror();
+  modes_->mirror();
+  mirror_progress();
+  if (!commands_->input().empty()) add_recent_file(commands_->input());
+}
+
+void MainView::widen_grids() {
+  bands_->widen_columns();
+  modes_->widen_columns();
+}
+
+void MainView::mirror_progress() {
+  progress_->setValue(static_cast<int>(commands_->controls.progress * progress_->maximum()));
+}
+
+void MainView::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (wants_to_quit) wants_to_quit();
+}
+
+void MainView::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void MainView::dropEvent(QDropEvent* event) {
+  for (const QUrl& url : event->mimeData()->urls()) {
+    if (!url.isLocalFile()) continue;
+    commands_->open_file(path_of(url.toLocalFile()));
+    event->acceptProposedAction();
+    return;
+  }
+}
+
+void MainView::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && wants_to_stop) {
+    wants_to_stop();
+  } else {
+    QMainWindow::keyPressEvent(event);
+  }
+}
+
+void MainView::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  if (commands_ != nullptr) commands_->resize(width() * kTwipsPerPixel, height() * kTwipsPerPixel);
+}
+
+// The window's place is the platform's business, not the settings file's.
+void MainView::restore_place() {
+  const QSettings platform("Tobarine", "Tobarine");
+  const QSize most = screen()->availableSize() - QSize(16, 48);
+  resize(maximumSize().boundedTo(most));
+  restoreGeometry(platform.value("main/place").toByteArray());
+}
+
+void MainView::remember_place() const {
+  QSettings("Tobarine", "Tobarine").setValue("main/place", saveGeometry());
+}
+
+void MainView::add_recent_file(const std::filesystem::path& file) {
+  QSettings platform("Tobarine", "Tobarine");
+  QStringList files = platform.value("recent").toStringList();
+  const QString name = QString::fromStdU16String(file.u16string());
+  if (!files.isEmpty() && files[0] == name) return;
+  files.removeAll(name);
+  files.prepend(name);
+  platform.setValue("recent", QStringList(files.mid(0, kMostRecentFiles)));
+  show_recent_files();
+}
+
+void MainView::show_recent_files() {
+  recent_->clear();
+  const QStringList files = QSettings("Tobarine", "Tobarine").value("recent").toStringList();
+  recent_->setEnabled(!files.isEmpty());
+  for (const QString& file : files) {
+    QString caption = QFileInfo(file).fileName() + "    " + QFileInfo(file).path();
+    recent_->addAction(caption.replace('&', "&&"), this,
+                       [this, file] { commands_->open_file(path_of(file)); });
+  }
+}
+
+}  // namespace tobarine

@@ -1,0 +1,190 @@
+#include "app/qt/qt_shell.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QVBoxLayout>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+#include "app/qt/report_view.h"
+#include "app/qt/viewer_view.h"
+#include "text/error.h"
+
+namespace tobarine {
+namespace {
+
+QString qstring(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+// A text too long for a message box.
+void show_long_text(const QString& title, const QString& text) {
+  QDialog dialog(QApplication::activeWindow());
+  dialog.setObjectName("dlgText");
+  dialog.setWindowTitle(title);
+  auto* const view = new QPlainTextEdit(text, &dialog);
+  view->setReadOnly(true);
+  view->setLineWrapMode(QPlainTextEdit::NoWrap);
+  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok, &dialog);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  auto* const layout = new QVBoxLayout(&dialog);
+  layout->addWidget(view);
+  layout->addWidget(buttons);
+  dialog.resize(640, 420);
+  dialog.exec();
+}
+
+}  // namespace
+
+struct QtShell::Alive {
+  std::mutex mutex;
+  bool yes = true;
+};
+
+QtShell::QtShell() : view_(std::make_unique<MainView>()), alive_(std::make_shared<Alive>()) {
+  view_->wants_to_quit = [this] { want_to_quit(); };
+  view_->wants_to_stop = [this] { stop_ = true; };
+}
+
+QtShell::~QtShell() {
+  const std::lock_guard lock(alive_->mutex);
+  alive_->yes = false;
+}
+
+void QtShell::show(MainWindow& commands) {
+  commands_ = &commands;
+  view_->connect_commands(commands);
+  commands.load();
+  view_->widen_grids();
+  view_->show();
+}
+
+std::optional<std::filesystem::path> QtShell::choose_file(const FileQuestion& question) {
+  QStringList patterns;
+  for (const std::string& pattern : question.patterns) {
+    patterns << qstring(pattern);
+    if (qstring(pattern).toUpper() != qstring(pattern)) patterns << qstring(pattern).toUpper();
+  }
+  // The description may hold parentheses of its own; the patterns are what stands in the last ones.
+  const QString filter = qstring(question.description).replace('(', "（").replace(')', "）") +
+                         " (" + patterns.join(' ') + ");;すべてのファイル (*)";
+  const QString folder =
+      commands_->input().empty()
+          ? QString()
+          : QString::fromStdU16String(commands_->input().parent_path().u16string());
+  const QString chosen = QFileDialog::getOpenFileName(QApplication::activeWindow(),
+                                                      qstring(question.title), folder, filter);
+  if (chosen.isEmpty()) return std::nullopt;
+  return std::filesystem::path(chosen.toStdU16String());
+}
+
+void QtShell::show_message(Icon icon, const MessageBox& message) {
+  const QString text = qstring(message.text).replace("\r\n", "\n");
+  constexpr int kMostLines = 16;
+  if (text.count('\n') > kMostLines) {
+    show_long_text(qstring(message.title), text);
+  } else if (icon == Icon::kCritical) {
+    QMessageBox::critical(QApplication::activeWindow(), qstring(message.title), text);
+  } else {
+    QMessageBox::information(QApplication::activeWindow(), qstring(message.title), text);
+  }
+}
+
+std::tm QtShell::now() {
+  const std::time_t time = std::time(nullptr);
+  std::tm local{};
+#ifdef _WIN32
+  localtime_s(&local, &time);
+#else
+  localtime_r(&time, &local);
+#endif
+  return local;
+}
+
+void QtShell::mirror() {
+  stop_ = stop_ && commands_->running();
+  view_->mirror();
+  if (zlog_view_) zlog_view_->mirror();
+}
+
+bool QtShell::keep_going() {
+  constexpr qint64 kBetween = 30;  // milliseconds: smooth to the eye, no burden to the run
+  if (since_events_.isValid() && since_events_.elapsed() < kBetween) return !stop_;
+  since_events_.start();
+  view_->mirror_progress();
+  if (zlog_view_) zlog_view_->mirror_progress();
+  QApplication::processEvents();
+  return !std::exchange(stop_, false);
+}
+
+void QtShell::open_viewer(const std::filesystem::path& file, std::size_t line) {
+  auto viewer = std::make_unique<ViewerView>(file);
+  viewer->show();
+  viewer->go_to_line(line);
+  viewer.release();  // deletes itself when it is closed
+}
+
+void QtShell::open_editor(const std::filesystem::path& file) {
+  auto editor = std::make_unique<FileEditorView>(file);
+  editor->setAttribute(Qt::WA_DeleteOnClose);
+  editor->show();
+  editors_.emplace_back(editor.release());
+}
+
+void QtShell::open_report() {
+  auto* const view = new ReportView(commands_->report(), [this](std::size_t line) {
+    try {
+      open_viewer(commands_->input(), line);
+    } catch (const Error& error) {
+      show_message(Icon::kCritical, {"Tobarine", error.what()});
+    }
+  });
+  view->show();
+}
+
+void QtShell::open_zlog_window() {
+  if (!zlog_) {
+    zlog_ = std::make_unique<ZlogWindow>(*commands_, *this);
+    zlog_view_ = std::make_unique<ZlogView>(*zlog_);
+    zlog_view_->wants_to_stop = [this] { stop_ = true; };
+  }
+  zlog_->load();
+  zlog_view_->show();
+  zlog_view_->raise();
+  zlog_view_->activateWindow();
+}
+
+void QtShell::in_background(std::function<Finish()> work) {
+  std::thread([work = std::move(work), alive = alive_] {
+    Finish finish = work();
+    const std::lock_guard lock(alive->mutex);
+    if (!alive->yes) return;
+    QMetaObject::invokeMethod(
+        qApp,
+        [finish = std::move(finish), alive] {
+          if (alive->yes) finish();
+        },
+        Qt::QueuedConnection);
+  }).detach();
+}
+
+void QtShell::want_to_quit() {
+  if (commands_->running()) {
+    stop_ = true;
+    return;
+  }
+  commands_->command("cmdEnd");
+}
+
+void QtShell::quit() {
+  for (const QPointer<FileEditorView>& editor : editors_) {
+    if (editor != nullptr && !editor->may_close()) return;
+  }
+  view_->remember_place();
+  QApplication::exit();
+}
+
+}  // namespace tobarine

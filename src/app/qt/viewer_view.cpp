@@ -1,0 +1,170 @@
+#include "app/qt/viewer_view.h"
+
+#include <QFontDatabase>
+#include <QMenuBar>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+
+#include "app/controls.h"
+#include "editors/qt/find_bar.h"
+#include "text/error.h"
+
+namespace tobarine {
+namespace {
+
+constexpr int kNumberGap = 12;  // pixels behind the line numbers
+
+// Draws a line with its number in front.
+class LineDelegate : public QStyledItemDelegate {
+ public:
+  LineDelegate(const int& number_width, QObject* parent)
+      : QStyledItemDelegate(parent), number_width_(number_width) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    QStyleOptionViewItem text = option;
+    text.rect.setLeft(option.rect.left() + number_width_ + kNumberGap);
+    QStyledItemDelegate::paint(painter, text, index);
+    QRect number = option.rect;
+    number.setWidth(number_width_);
+    painter->save();
+    painter->setFont(option.font);
+    painter->setPen(option.palette.color(QPalette::PlaceholderText));
+    painter->drawText(number, Qt::AlignRight | Qt::AlignVCenter, QString::number(index.row() + 1));
+    painter->restore();
+  }
+
+ private:
+  const int& number_width_;
+};
+
+}  // namespace
+
+void LineModel::set_lines(std::unique_ptr<LineIndex> lines) {
+  beginResetModel();
+  lines_ = std::move(lines);
+  endResetModel();
+}
+
+void LineModel::set_line_size(const QSize& size) {
+  beginResetModel();
+  line_size_ = size;
+  endResetModel();
+}
+
+int LineModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() || !lines_ ? 0 : static_cast<int>(lines_->size());
+}
+
+QVariant LineModel::data(const QModelIndex& index, int role) const {
+  if (role == Qt::SizeHintRole) return line_size_;
+  if (role != Qt::DisplayRole) return {};
+  try {
+    return QString::fromStdString(lines_->line(static_cast<std::size_t>(index.row())));
+  } catch (const Error& error) {
+    return QString::fromUtf8(error.what());
+  }
+}
+
+LineList::LineList(QWidget* parent) : QListView(parent) {
+  setObjectName("List1");
+  setAccessibleName("ファイルの内容");
+  setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  byte_width_ = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+  setUniformItemSizes(true);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setItemDelegate(new LineDelegate(number_width_, this));
+  setModel(&model_);
+}
+
+void LineList::load(const std::filesystem::path& file) {
+  scroll_range_.auto_update = false;
+  auto lines = std::make_unique<LineIndex>(
+      file, [this](std::string_view line) { scroll_range_.add_line(line); });
+  number_width_ = byte_width_ *
+                  static_cast<int>(std::max<std::size_t>(4, std::to_string(lines->size()).size()));
+  model_.set_lines(std::move(lines));
+  scroll_range_.auto_update = true;
+  scroll_range_.update_extent();
+}
+
+// The model has the lines from the file.
+void LineList::add(std::string_view /*line*/, std::optional<std::size_t> /*position*/) {}
+
+int LineList::width_twips() const {
+  return (viewport()->width() - number_width_ - kNumberGap) * kTwipsPerPixel;
+}
+
+int LineList::twips_per_pixel_y() const {
+  return kTwipsPerPixel;
+}
+
+// The font is of fixed pitch: a full-width character is as wide as the two bytes it takes.
+int LineList::text_width(std::size_t bytes) const {
+  return static_cast<int>(bytes) * byte_width_;
+}
+
+void LineList::set_horizontal_extent(int pixels) {
+  const int width = pixels == 0 ? 0 : pixels + number_width_ + kNumberGap;
+  model_.set_line_size({width, fontMetrics().height() + 2});
+}
+
+void LineList::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  const int at = verticalScrollBar()->value();
+  scroll_range_.update_extent();
+  verticalScrollBar()->setValue(at);
+}
+
+ViewerView::ViewerView(const std::filesystem::path& file) : list_(new LineList(this)) {
+  setObjectName("frmDisp2");
+  setWindowTitle(QString::fromStdString(path_text(file)) + " - 表示");
+  list_->load(file);
+  auto* const find_bar = new FindBar(
+      [this](const QString& text, bool backwards) { return find(text, backwards); }, this);
+  auto* const line = new QFrame(this);  // parts the menu from the list
+  line->setFrameShape(QFrame::HLine);
+  auto* const content = new QWidget(this);
+  auto* const layout = new QVBoxLayout(content);
+  layout->setContentsMargins(3, 0, 3, 3);
+  layout->setSpacing(2);
+  layout->addWidget(line);
+  layout->addWidget(list_);
+  layout->addWidget(find_bar);
+  setCentralWidget(content);
+  QAction* const back = menuBar()->addAction("[ 戻る ]", this, &QWidget::close);
+  back->setObjectName("mnuBack");
+  back->setShortcut(Qt::Key_Escape);
+  menuBar()->addAction("[ 検索 ]", QKeySequence::Find, find_bar, &FindBar::open);
+  resize(820, 560);
+  setAttribute(Qt::WA_DeleteOnClose);
+}
+
+void ViewerView::go_to_line(std::size_t line) {
+  if (line == 0) return;
+  const QModelIndex index = list_->model()->index(static_cast<int>(line) - 1, 0);
+  list_->setCurrentIndex(index);
+  list_->scrollTo(index, QAbstractItemView::PositionAtCenter);
+}
+
+bool ViewerView::find(const QString& text, bool backwards) {
+  const LineIndex& lines = *list_->lines().lines();
+  const auto from = static_cast<std::size_t>(list_->currentIndex().row() + 1);
+  const std::string wanted = text.toStdString();
+  std::size_t found = lines.size();
+  if (!backwards) {
+    found = lines.find(wanted, from);
+  } else {
+    // The last one in front of the current line.
+    for (std::size_t at = lines.find(wanted, 0); at + 1 < from; at = lines.find(wanted, at + 1)) {
+      found = at;
+    }
+  }
+  if (found >= lines.size()) return false;
+  go_to_line(found + 1);
+  return true;
+}
+
+}  // namespace tobarine

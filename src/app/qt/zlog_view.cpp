@@ -1,0 +1,209 @@
+#include "app/qt/zlog_view.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "app/qt/mirror.h"
+
+namespace tobarine {
+namespace {
+
+// The check boxes whose texts also go into the CSV's remarks, beside their combo boxes.
+struct RemarksChoice {
+  int check;
+  const char* combo;
+};
+constexpr RemarksChoice kRemarksChoices[] = {
+    {10, "Combo10"}, {11, "Combo11"}, {12, "Combo12"}, {13, "Combo13"}};
+
+}  // namespace
+
+ZlogView::ZlogView(ZlogWindow& commands)
+    : commands_(commands), progress_(new QProgressBar(this)), notes_(new QPlainTextEdit(this)) {
+  setObjectName("frmADIF2zLog");
+  setWindowTitle("ADIF to zLog ALL");
+  setAcceptDrops(true);
+  add_menus();
+  build();
+  for_each_zlog_control(commands_.controls, [this](const std::string& name, const Control&) {
+    const QString key = QString::fromStdString(name);
+    controls_[key] = findChild<QObject*>(key);
+  });
+  connect_options();
+  resize(640, 560);
+}
+
+template <typename Widget>
+Widget* ZlogView::add(const QString& name) {
+  auto* const widget = new Widget(this);
+  widget->setObjectName(name);
+  return widget;
+}
+
+void ZlogView::add_menus() {
+  const auto entry = [this](const char* name, const Control& control, auto action) {
+    QAction* const menu = menuBar()->addAction(shown_text(control), this, action);
+    menu->setObjectName(name);
+  };
+  entry("mnuCSV", commands_.controls.mnuCSV, [this] { commands_.edit_csv(); });
+  entry("mnuALL", commands_.controls.mnuALL, [this] { commands_.edit_all(); });
+  entry("mnuBack", commands_.controls.mnuBack, [this] { close(); });
+}
+
+QWidget* ZlogView::build_options() {
+  auto* const time = new QHBoxLayout;
+  for (int i = 0; i < 3; ++i) time->addWidget(add<QRadioButton>(QString("Option2_%1").arg(i)));
+  time->addWidget(add<QCheckBox>("Check1"));
+  time->addStretch();
+  auto* const time_box = new QGroupBox("ＪＳＴ　， ＵＴＣ　変換");
+  time_box->setLayout(time);
+
+  auto* const numbers = new QGridLayout;
+  auto* const sent = add<QLineEdit>("Text7");
+  sent->setAccessibleName("送信番号");
+  sent->setMaximumWidth(120);
+  auto* const label = new QLabel("送信番号 (STX が無い交信)");
+  label->setBuddy(sent);
+  numbers->addWidget(label, 0, 0);
+  numbers->addWidget(sent, 0, 1);
+  numbers->addWidget(add<QCheckBox>("Check7"), 0, 2);
+  numbers->addWidget(add<QCheckBox>("Check2"), 1, 0, 1, 3);
+  numbers->setColumnStretch(2, 1);
+  auto* const numbers_box = new QGroupBox("コンテストナンバー");
+  numbers_box->setLayout(numbers);
+
+  auto* const texts = new QGridLayout;
+  int row = 0;
+  texts->addWidget(add<QCheckBox>("Check4"), row++, 0);
+  for (const RemarksChoice& choice : kRemarksChoices) {
+    texts->addWidget(add<QCheckBox>(QString("Check%1").arg(choice.check)), row, 0);
+    texts->addWidget(new QLabel("CSV の Rmks"), row, 1);
+    auto* const combo = add<QComboBox>(choice.combo);
+    combo->setAccessibleName("転記先の Rmks");
+    combo->addItems({"1", "2"});
+    texts->addWidget(combo, row++, 2);
+  }
+  texts->setColumnStretch(3, 1);
+  texts->addWidget(add<QCheckBox>("Check8"), 0, 4);
+  texts->addWidget(add<QCheckBox>("Check5"), 1, 4);
+  auto* const texts_box = new QGroupBox("転記");
+  texts_box->setLayout(texts);
+
+  auto* const all = new QVBoxLayout;
+  all->setContentsMargins(0, 0, 0, 0);
+  for (QGroupBox* const box : {time_box, numbers_box, texts_box}) all->addWidget(box);
+  auto* const widget = new QWidget;
+  widget->setLayout(all);
+  return widget;
+}
+
+void ZlogView::build() {
+  auto* const files = new QGridLayout;
+  files->setContentsMargins(0, 0, 0, 0);
+  const auto add_file = [&](int row, const char* caption, const char* file, const char* count) {
+    files->addWidget(new QLabel(caption), row, 0);
+    files->addWidget(add<PathLabel>(file), row, 1);
+    files->addWidget(add<QLabel>(count), row, 2);
+  };
+  add_file(0, "入力:", "lblInFile", "lblIn");
+  add_file(1, "出力:", "lblOutFile", "lblInfo");
+  files->setColumnStretch(1, 1);
+  progress_->setObjectName("ProgressBar1");
+  progress_->setRange(0, 1000);
+  progress_->setTextVisible(false);
+  progress_->setFixedHeight(10);
+  files->addWidget(progress_, 2, 0, 1, 3);
+  auto* const buttons = new QHBoxLayout;
+  for (const char* name : {"cmdOpen", "cmdConvert"}) {
+    auto* const button = add<QPushButton>(name);
+    button->setMinimumHeight(36);
+    buttons->addWidget(button);
+  }
+  auto* const message = add<QLabel>("lblMsg");
+  message->setMinimumWidth(message->fontMetrics().horizontalAdvance("途中で止まりました"));
+  buttons->addWidget(message);
+  notes_->setObjectName("lblNotes");
+  notes_->setAccessibleName("変換の報告");
+  notes_->setReadOnly(true);
+  notes_->setPlaceholderText("変換の報告がここに出ます。");
+  auto* const all = new QVBoxLayout;
+  all->addLayout(files);
+  all->addLayout(buttons);
+  all->addWidget(build_options());
+  all->addWidget(notes_, 1);
+  auto* const content = new QWidget;
+  content->setLayout(all);
+  setCentralWidget(content);
+}
+
+void ZlogView::connect_options() {
+  const auto on_click = [this](const QString& name, auto function) {
+    connect(qobject_cast<QAbstractButton*>(controls_[name]), &QAbstractButton::clicked, this,
+            function);
+  };
+  on_click("cmdOpen", [this] { commands_.open(); });
+  on_click("cmdConvert", [this] { commands_.convert(); });
+  std::vector<std::size_t> checks(kZlogChecks.begin(), kZlogChecks.end());
+  checks.push_back(kZlogIotaCheck);
+  for (const std::size_t i : checks) {
+    on_click(QString("Check%1").arg(i), [this, i](bool checked) { commands_.check(i, checked); });
+  }
+  for (std::size_t i = 0; i < 3; ++i) {
+    on_click(QString("Option2_%1").arg(i), [this, i] { commands_.select_option2(i); });
+  }
+  for (std::size_t i = 0; i < kZlogCombos.size(); ++i) {
+    const QString name = QString::fromUtf8(kZlogCombos[i].data());
+    connect(qobject_cast<QComboBox*>(controls_[name]), &QComboBox::textActivated, this,
+            [this, i](const QString& text) { commands_.choose_remarks(i, text.toStdString()); });
+  }
+  connect(qobject_cast<QLineEdit*>(controls_["Text7"]), &QLineEdit::textEdited, this,
+          [this](const QString& text) { commands_.edit_sent_number(text.toStdString()); });
+}
+
+void ZlogView::mirror() {
+  for_each_zlog_control(commands_.controls,
+                        [this](const std::string& name, const Control& control) {
+                          mirror_control(*controls_[QString::fromStdString(name)], control);
+                        });
+  notes_->setPlainText(shown_text(commands_.controls.lblNotes));
+  mirror_progress();
+}
+
+void ZlogView::mirror_progress() {
+  progress_->setValue(static_cast<int>(commands_.controls.progress * progress_->maximum()));
+}
+
+void ZlogView::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void ZlogView::dropEvent(QDropEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.isEmpty() || !urls[0].isLocalFile()) return;
+  commands_.open_file(std::filesystem::path(urls[0].toLocalFile().toStdU16String()));
+  event->acceptProposedAction();
+}
+
+void ZlogView::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && wants_to_stop) wants_to_stop();
+  QMainWindow::keyPressEvent(event);
+}
+
+// A run goes on with its window.
+void ZlogView::closeEvent(QCloseEvent* event) {
+  if (!commands_.controls.cmdOpen.enabled) event->ignore();
+}
+
+}  // namespace tobarine
