@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -144,8 +145,8 @@ class MainWindow {
   std::filesystem::path folder_;
   Settings settings_;
   ConversionTables tables_;
-  std::optional<CallTables> call_tables_;
-  std::optional<PlaceTables> place_tables_;
+  std::unique_ptr<CallTables> call_tables_;
+  std::unique_ptr<PlaceTables> place_tables_;
   std::optional<LogKind> kind_;  // of the input; nothing: none is chosen
   std::filesystem::path input_;
   std::filesystem::path output_;

@@ -11,8 +11,8 @@ namespace tobarine {
 
 const CallTables& MainWindow::call_tables() {
   if (!call_tables_) {
-    CallTables tables;
-    tables.load(folder_);
+    auto tables = std::make_unique<CallTables>();
+    tables->load(folder_);
     call_tables_ = std::move(tables);
   }
   return *call_tables_;
@@ -20,8 +20,8 @@ const CallTables& MainWindow::call_tables() {
 
 const PlaceTables& MainWindow::place_tables() {
   if (!place_tables_) {
-    PlaceTables tables;
-    tables.load(folder_);
+    auto tables = std::make_unique<PlaceTables>();
+    tables->load(folder_);
     place_tables_ = std::move(tables);
   }
   return *place_tables_;
@@ -184,9 +184,10 @@ void MainWindow::learn_codes_from_log() {
       {"Code を登録する Hamlog の CSV を開く", "Hamlog の CSV (*.csv)", {"*.csv", "loglist.txt"}});
   if (!file) return;
   const CodesLearned learned = learn_codes(*file, call_tables().calls, folder_);
+  const std::string text = learned_text(learned);  // names entities of the call tables
   call_tables_.reset();
   place_tables_.reset();
-  tell(Shell::Icon::kInformation, "Hamlog の Code", learned_text(learned));
+  tell(Shell::Icon::kInformation, "Hamlog の Code", text);
 }
 
 }  // namespace tobarine

@@ -27,7 +27,7 @@ struct JccRenewal {
 JccRenewal renew_jcc_master(const std::filesystem::path& lists_folder,
                             const std::filesystem::path& output);
 
-// Learns the codes of a Hamlog CSV into both tables of `target`.
+// Learns the codes of a Hamlog CSV into both tables of `target`. The verdicts point into `calls`.
 struct CodesLearned {
   std::vector<CodeVerdict> verdicts;
   std::array<std::filesystem::path, 2> files;

@@ -1,0 +1,408 @@
+// The main window's commands and what the user then sees.
+#include "app/main_window.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+#include "app/test_shell.h"
+#include "test_folder.h"
+#include "text/input_file.h"
+#include "text/strings.h"
+
+namespace tobarine {
+namespace {
+
+namespace fs = std::filesystem;
+
+class MainWindowTest : public ::testing::Test {
+ protected:
+  MainWindowTest() {
+    fs::copy(TOBARINE_DATA, home());
+    start();
+  }
+  fs::path home() const { return folder_ / "home"; }
+  void start() {
+    window_.emplace(start_up({home(), "", shell_.now()}), home(), shell_);
+    window_->load();
+  }
+  MainControls& see() { return window_->controls; }
+  void open(std::string_view command, const fs::path& file) {
+    shell_.files.push_back(file);
+    window_->command(command);
+  }
+  fs::path sample(const std::string& name) {
+    fs::copy(fs::path(TOBARINE_SAMPLES) / name, folder_ / name,
+             fs::copy_options::overwrite_existing);
+    return folder_ / name;
+  }
+  Settings saved() const { return read_settings(home() / "Tobarine.ini"); }
+  // Which of the three conversions can be chosen: "H", "L" or "", with buttons and tools agreeing.
+  std::string can_convert() {
+    EXPECT_EQ(see().cmdH2L.enabled, see().tool("変換 H2L").enabled);
+    EXPECT_EQ(see().cmdeqsl.enabled, see().tool("eQSL").enabled);
+    EXPECT_EQ(see().cmdL2H.enabled, see().tool("変換 L2H").enabled);
+    EXPECT_EQ(see().cmdH2L.enabled, see().cmdeqsl.enabled);
+    return std::string(see().cmdH2L.enabled ? "H" : "") + (see().cmdL2H.enabled ? "L" : "");
+  }
+
+  TestFolder folder_;
+  TestShell shell_;
+  std::optional<MainWindow> window_;
+};
+
+TEST_F(MainWindowTest, AtTheFirstStartNoInputIsChosen) {
+  EXPECT_EQ(see().title, " for ＴＨＷ５ :  Tobarine   ver 5.29     coded by VELDOR");
+  EXPECT_EQ(see().lblInFile.text, "ﾒﾆｭｰより入力ﾌｧｲﾙを指定して下さい。");
+  EXPECT_EQ(see().lblInFile.colour, Colour::kLightRed);
+  EXPECT_EQ(can_convert(), "");
+  EXPECT_FALSE(see().mnuDisp.enabled || see().tool("表示 i").enabled ||
+               see().tool("表示 o").enabled || see().mnuDisp_out.enabled);
+  EXPECT_EQ(see().lblIn.text, "入力数: 0 件");
+  EXPECT_EQ(see().lblInfo.text, "変換数: 0 件");
+  EXPECT_TRUE(see().Check[1].checked && see().Check[2].checked && see().Check[15].checked);
+  EXPECT_EQ(see().Check[1].colour, Colour::kLightBlue);
+  EXPECT_EQ(see().Check[3].colour, Colour::kBlack);
+  EXPECT_TRUE(see().Option1[2].checked && see().Option2[2].checked && see().Option3[0].checked);
+  EXPECT_EQ(see().txtWas.text, "WAS=");
+  EXPECT_EQ(window_->settings().JCC_date, "受信履歴無し");
+  EXPECT_EQ(see().Check[16].tip, "ＱＴＨ欄が空白で無ければ転記します");
+  EXPECT_EQ(window_->bands.cell(1, 1), "70CM");
+  EXPECT_EQ(window_->modes.cell(1, 2), "RTY");
+  EXPECT_TRUE(shell_.background.empty());
+}
+
+TEST_F(MainWindowTest, TheTraceTellsOfTheLoadStep) {
+  std::vector<std::string> traced;
+  for (const auto& entry : fs::directory_iterator(home())) {
+    if (entry.path().filename().string().starts_with("2026")) {
+      traced = read_text_lines(entry.path());
+    }
+  }
+  const char* expected[] = {"Tobarine.Show", "     Form_Load()", "     ini_read",
+                            "     Open strPath & Band_tbl.ini For Input As #f_i",
+                            "         Form_Load()  OK"};
+  auto at = traced.begin();
+  for (const char* line : expected) {
+    at = std::find(at, traced.end(), line);
+    EXPECT_NE(at, traced.end()) << line;
+  }
+}
+
+TEST_F(MainWindowTest, SettingsSurviveTheLoadStep) {
+  window_->check(5, true);
+  window_->check(1, false);
+  window_->select_option3(1);
+  start();
+  EXPECT_TRUE(see().Check[5].checked && see().Option3[1].checked);
+  EXPECT_FALSE(see().Check[1].checked);
+  EXPECT_EQ(saved().Chk_2, 1);
+}
+
+TEST_F(MainWindowTest, OpensAHamlogCsv) {
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  EXPECT_EQ(shell_.asked[0].title, "Hamlog v5.00以降のﾌｧｲﾙ *.csv を開く");
+  EXPECT_EQ(see().lblInFile.text, (folder_ / "hamlog.csv").string());
+  EXPECT_EQ(see().lblInFile.colour, Colour::kBlack);
+  EXPECT_EQ(see().lblOutFile.text, (folder_ / "hamlog.adi").string());
+  EXPECT_EQ(see().lblIn.text, "入力数: 48 件");
+  EXPECT_EQ(see().lblConv.text,
+            "Hamlog v5.00以降で作成した 新ＣＳＶ 形式ﾌｧｲﾙから\r\n"
+            "Logger32 や eQSL.cc にて使用可能なADIF形式に変換します。 ");
+  EXPECT_EQ(can_convert(), "H");
+  EXPECT_TRUE(see().Option1[2].checked && see().Option1[2].enabled);
+  EXPECT_FALSE(see().Option1[0].enabled || see().Option1[1].enabled || see().Option1[3].enabled);
+  EXPECT_TRUE(see().Check[8].enabled && see().mnuDisp.enabled);
+  EXPECT_EQ(see().lblJ2U[0].text, "JST - 9  --> UTC");
+}
+
+TEST_F(MainWindowTest, OpensAnAdif) {
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  open("開 adi", sample("logger32.adi"));
+  EXPECT_EQ(see().lblIn.text, "入力数: 17 件");
+  EXPECT_TRUE(see().lblOutFile.text.ends_with("logger32.csv"));
+  EXPECT_EQ(can_convert(), "L");
+  EXPECT_TRUE(see().Option1[0].checked && see().Option1[1].enabled && see().Option1[3].enabled);
+  EXPECT_FALSE(see().Option1[2].enabled || see().Check[8].enabled);
+  window_->select_option1(1);
+  EXPECT_EQ(see().lblJ2U[1].text, "全てを JST に変換");
+  EXPECT_EQ(saved().Op_1, 1);
+  EXPECT_EQ(saved().utc_jst_str, "ALL_J_adi");
+}
+
+TEST_F(MainWindowTest, OpensZlogLogs) {
+  open("z 開 all", sample("contest.all"));
+  EXPECT_EQ(see().cmdH2L.text, "変換　Z -> L");
+  EXPECT_EQ(
+      see().lblConv.text,
+      "zLog の all 形式ファイルから\r\nLogger32 や eQSL.cc にて使用可能なADIF形式に変換します。 ");
+  EXPECT_EQ(see().lblIn.text, "入力数: 16 件");
+  EXPECT_EQ(can_convert(), "H");
+  open("mnuOpen_zlog_zlo", sample("contest.zlo"));
+  EXPECT_TRUE(see().lblConv.text.starts_with("zLog の zlo 形式ファイルから"));
+  EXPECT_EQ(see().lblContest.text, "ALL JA コンテスト");
+  EXPECT_TRUE(see().OptionDX[1].checked && !see().OptionDX[0].checked);
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  EXPECT_EQ(see().cmdH2L.text, "変換　H -> L");
+}
+
+TEST_F(MainWindowTest, RefusesTextLogsOfAnotherForm) {
+  open("mnuOpen_zlog_all", folder_.text("a.all", "mon day time  callsign\r\n"));
+  EXPECT_EQ(see().lblInFile.text, "入力ファイル形式が違います");
+  EXPECT_EQ(see().lblConv.text,
+            "「開く」での指定は ｚＬｏｇのＴＸＴ形式\r\n"
+            "指定したファイル形式と「開く」でのファイル形式が違います。");
+  for (const Control* label : {&see().lblInFile, &see().lblOutFile, &see().lblConv}) {
+    EXPECT_EQ(label->colour, Colour::kLightRed);
+  }
+  EXPECT_EQ(can_convert(), "");
+  open("mnuOpen_zlog_all", folder_.text("b.all", "x"));
+  EXPECT_TRUE(see().lblConv.text.starts_with("「開く」での指定は ＨａｍｌｏｇのＴＸＴ形式"));
+}
+
+TEST_F(MainWindowTest, RefusesWhatIsNoLog) {
+  open("mnuOpen_csv", folder_.text("old.csv", "JA1ABC,240501,2105J\r\n"));
+  EXPECT_EQ(see().lblConv.text, "ﾌｧｲﾙ形式が [ 旧 ] なので不適切です。");
+  EXPECT_EQ(see().lblConv.colour, Colour::kLightRed);
+  EXPECT_EQ(can_convert(), "");
+  EXPECT_TRUE(shell_.messages.empty());
+  open("mnuOpen_csv", folder_.text("none.csv", "no comma"));
+  open("mnuOpen_adi", folder_.text("none.adi", "no tag"));
+  open("mnuOpen_zlog_zlo", folder_.text("none.zlo", "short"));
+  open("mnuOpen_csv", folder_ / "missing.csv");
+  window_->open_file(folder_.text("what.txt", "hello"));
+  EXPECT_EQ(shell_.messages.size(), 5U);
+  EXPECT_EQ(can_convert(), "");
+  open("mnuOpen_hdb", folder_.text("Hamlog.hdb", "x"));
+  EXPECT_TRUE(contains(shell_.messages.back().text, "CSV に出力"));
+}
+
+TEST_F(MainWindowTest, CancellingADialogChangesNothing) {
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  for (const char* command :
+       {"mnuOpen_csv", "mnuOpen_adi", "mnuOpen_zlog_all", "mnuOpen_zlog_zlo", "mnuOpen_hdb",
+        "mnuMake_dxcc_hl_dat", "mnuLearn_codes", "mnuHamlo_csv_Edit"}) {
+    window_->command(command);
+  }
+  EXPECT_EQ(see().lblIn.text, "入力数: 48 件");
+  EXPECT_EQ(can_convert(), "H");
+  EXPECT_TRUE(shell_.messages.empty() && shell_.edited.empty());
+}
+
+TEST_F(MainWindowTest, RecognisesDroppedFiles) {
+  window_->open_file(sample("logger32.adi"));
+  EXPECT_EQ(can_convert(), "L");
+  window_->open_file(sample("contest.zlo"));
+  EXPECT_EQ(can_convert(), "H");
+  fs::copy(folder_ / "logger32.adi", folder_ / "log.txt");
+  window_->open_file(folder_ / "log.txt");
+  EXPECT_EQ(can_convert(), "L");
+}
+
+TEST_F(MainWindowTest, ConvertsEveryKind) {
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  EXPECT_FALSE(see().mnuDisp_out.enabled);
+  window_->command("変換 H2L");
+  EXPECT_EQ(see().lblInfo.text, "変換数: 48 件");
+  EXPECT_EQ(see().lblMsg.text, "処理終了");
+  EXPECT_EQ(see().progress, 0);
+  EXPECT_EQ(can_convert(), "H");
+  EXPECT_TRUE(see().mnuDisp_out.enabled && see().tool("表示 o").enabled);
+  EXPECT_TRUE(see().mnuDisp_report.enabled);
+  EXPECT_TRUE(TestFolder::bytes_of(folder_ / "hamlog.adi") ==
+              TestFolder::bytes_of(fs::path(TOBARINE_TEST_DATA) / "sample_defaults.adi"));
+  window_->select_option3(1);
+  open("mnuOpen_zlog_zlo", sample("contest.zlo"));
+  window_->command("cmdH2L");
+  EXPECT_TRUE(TestFolder::bytes_of(folder_ / "contest.adi") ==
+              TestFolder::bytes_of(fs::path(TOBARINE_TEST_DATA) / "contest.adi"));
+  EXPECT_TRUE(fs::exists(home() / "zlog_1.csv"));
+  EXPECT_TRUE(contains(see().lblNotes.text, "JST"));
+  open("mnuOpen_adi", sample("logger32.adi"));
+  window_->command("cmdL2H");
+  EXPECT_EQ(see().lblInfo.text, "変換数: 16 件");
+  EXPECT_EQ(can_convert(), "L");
+  EXPECT_TRUE(TestFolder::bytes_of(folder_ / "logger32.csv") ==
+              TestFolder::bytes_of(fs::path(TOBARINE_TEST_DATA) / "logger32_defaults.csv"));
+}
+
+TEST_F(MainWindowTest, TheFifteenthColumnOutlivesARun) {
+  open("mnuOpen_adi", sample("n1mm.adi"));
+  const auto last_column = [&] {
+    window_->command("cmdL2H");
+    const std::string csv = TestFolder::bytes_of(folder_ / "n1mm.csv");
+    return csv.substr(csv.size() - 5);
+  };
+  EXPECT_EQ(last_column(), ",\"\"\r\n");
+  window_->select_option1(1);
+  EXPECT_EQ(last_column(), "\"0\"\r\n");
+  window_->select_option1(0);
+  EXPECT_EQ(last_column(), "\"0\"\r\n");
+}
+
+TEST_F(MainWindowTest, ConversionsThatCannotBeChosenDoNothing) {
+  for (const char* command :
+       {"cmdH2L", "eQSL", "変換 L2H", "表示 i", "表示 o", "mnuDisp_report", "no such key", ""}) {
+    window_->command(command);
+  }
+  EXPECT_TRUE(shell_.messages.empty() && shell_.viewed.empty());
+  EXPECT_EQ(see().lblInfo.text, "変換数: 0 件");
+}
+
+TEST_F(MainWindowTest, ARunThatFailsLeavesTheWindowUsable) {
+  open("mnuOpen_csv", folder_.text("a.csv", "JA1ABC,24/05/01,12:00U\r\n"));
+  window_->command("cmdH2L");
+  EXPECT_EQ(shell_.messages.size(), 1U);
+  EXPECT_EQ(see().lblMsg.text, "途中で止まりました");
+  EXPECT_EQ(see().lblMsg.colour, Colour::kLightRed);
+  EXPECT_EQ(can_convert(), "H");
+  fs::remove(folder_ / "a.adi");
+  fs::create_directory(folder_ / "a.adi");
+  window_->command("cmdeqsl");
+  EXPECT_EQ(shell_.messages.size(), 2U);
+  EXPECT_EQ(can_convert(), "H");
+  EXPECT_FALSE(window_->running());
+}
+
+TEST_F(MainWindowTest, TheUserCanStopARun) {
+  const std::string contact = "JA1ABC,24/05/01,12:00U,59,59,7,CW,1001,,J  ,,,,,0\r\n";
+  std::string log;
+  for (int i = 0; i < 10000; ++i) log += contact;
+  open("mnuOpen_csv", folder_.text("long.csv", log));
+  shell_.stop_after = 2;
+  window_->command("cmdH2L");
+  EXPECT_EQ(see().lblMsg.text, "途中で止まりました");
+  EXPECT_TRUE(contains(shell_.messages.back().text, "中止しました"));
+  EXPECT_EQ(see().lblInfo.text, "変換数: 8191 件");
+  const std::string adif = TestFolder::bytes_of(folder_ / "long.adi");
+  EXPECT_TRUE(adif.ends_with("<EOR>\r\n\r\n"));
+}
+
+TEST_F(MainWindowTest, OptionsAreSavedTheMomentTheyChange) {
+  for (std::size_t i = 1; i <= 12; ++i) window_->check(i, i != 1);
+  EXPECT_EQ(saved().Chk_1, 0);
+  EXPECT_EQ(saved().Chk_9, 1);
+  EXPECT_EQ(saved().set_YYYY, "2026");
+  EXPECT_TRUE(see().txtYYYY.read_only);
+  window_->check(12, false);
+  EXPECT_FALSE(see().txtYYYY.read_only);
+  window_->edit_year("1999");
+  EXPECT_EQ(saved().set_YYYY, "1999");
+  window_->check(16, true);
+  EXPECT_EQ(saved().Chk_16, "1");
+  window_->check(13, true);
+  window_->check(14, true);
+  EXPECT_EQ(saved().Chk_13, 0);  // with the next write
+  window_->select_option2(0);
+  EXPECT_EQ(saved().Op_2, 0);
+  EXPECT_EQ(saved().Chk_13, 1);
+  EXPECT_EQ(saved().Chk_14, 1);
+  EXPECT_EQ(see().Option2[0].colour, Colour::kLightBlue);
+  EXPECT_EQ(see().Option2[2].colour, Colour::kBlack);
+  window_->command("Command1");
+  EXPECT_EQ(see().txtWas.text, "");
+  window_->edit_was("ST:");
+  EXPECT_EQ(window_->settings().was_moji, "ST:");
+}
+
+TEST_F(MainWindowTest, ShowsFilesThatExist) {
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  window_->command("表示 i");
+  window_->command("mnuHelp");
+  ASSERT_EQ(shell_.viewed.size(), 2U);
+  EXPECT_EQ(shell_.viewed[1].filename(), "変換テーブルの説明.txt");
+  window_->command("mnuDisp_out");
+  EXPECT_EQ(see().lblConv.text, "ﾌｧｲﾙがありません");
+  EXPECT_EQ(see().lblConv.colour, Colour::kLightRed);
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  fs::remove(home() / "変換テーブルの説明.txt");
+  window_->command("mnuHelp");
+  EXPECT_EQ(see().lblConv.text, "ﾌｧｲﾙがありません");
+  EXPECT_EQ(shell_.viewed.size(), 2U);
+  window_->command("cmdH2L");
+  window_->command("mnuDisp_report");
+  EXPECT_EQ(shell_.reports, 1);
+  window_->command("mnuClear");
+  EXPECT_EQ(see().lblInfo.text + see().lblMsg.text + see().lblNotes.text, "");
+}
+
+TEST_F(MainWindowTest, TheEditorOpensTheFileSetLast) {
+  open("mnuHamlo_csv_Edit", sample("hamlog.csv"));
+  window_->command("mnuHamlo_csv_Edit");
+  EXPECT_EQ(shell_.edited.size(), 2U);
+  EXPECT_EQ(shell_.asked.size(), 1U);
+  window_->command("mnuEditHelp");
+  EXPECT_EQ(shell_.messages.back().title, "　　編集方法の説明");
+}
+
+TEST_F(MainWindowTest, ExitSavesTheGridsAndDeletesTheIndexFiles) {
+  folder_.file("home/a.hdx", "x");
+  folder_.file("home/B.HDX", "x");
+  folder_.file("home/a.hdb", "x");
+  window_->bands.set_cell(1, 3, "70cm");
+  window_->modes.go_to(2, 1);
+  window_->modes.type("X");  // still in the text box
+  window_->command("終了");
+  EXPECT_EQ(shell_.quits, 1);
+  EXPECT_FALSE(fs::exists(home() / "a.hdx") || fs::exists(home() / "B.HDX"));
+  EXPECT_TRUE(fs::exists(home() / "a.hdb"));
+  EXPECT_EQ(saved().JCC_date, "受信履歴無し");
+  EXPECT_EQ(read_text_lines(home() / "Band_tbl.ini")[0], "\"1\",\"70CM\",\"430\",\"70cm\",\"\"");
+  EXPECT_EQ(read_text_lines(home() / "Band_tbl.ini").size(), 10U);
+  EXPECT_EQ(read_text_lines(home() / "Mode_tbl.ini")[1], "\"2\",\"X\",\"P31\"");
+  EXPECT_EQ(read_text_lines(home() / "Mode_tbl.ini").size(), 20U);
+}
+
+TEST_F(MainWindowTest, TheWindowIsNeverLargerThanItsLimits) {
+  window_->resize(20000, 20000);
+  EXPECT_EQ(see().width, 12960);
+  EXPECT_EQ(see().height, 10320);
+  window_->resize(9000, 8000);
+  EXPECT_EQ(see().width, 9000);
+}
+
+TEST_F(MainWindowTest, TheLeagueIsAskedBesideTheWindow) {
+  window_->check(13, true);
+  window_->check(1, true);
+  window_->jarl_server.url = "http://127.0.0.1:1/";  // nobody there
+  window_->command("mnuJARL_Download");
+  EXPECT_EQ(see().lblMsg.text, "JARL のリストを取得しています…");
+  ASSERT_EQ(shell_.background.size(), 1U);
+  shell_.background[0]()();
+  EXPECT_EQ(shell_.messages.size(), 1U);
+  EXPECT_EQ(see().lblMsg.text, "");
+  start();  // with the check at start
+  window_->jarl_server.url = "http://127.0.0.1:1/";
+  ASSERT_EQ(shell_.background.size(), 2U);
+}
+
+TEST_F(MainWindowTest, ToolsRenewTheReferenceFiles) {
+  open("mnuLearn_codes", folder_.text("c.csv",
+                                      "W1AW,24/05/01,12:00U,59,59,14,CW,502A,,,,,,,\r\n"
+                                      "W1AA,24/05/01,12:00U,59,59,14,CW,502A,,,,,,,\r\n"));
+  EXPECT_TRUE(contains(shell_.messages.back().text, "登録数: 1 件"));
+  window_->command("mnuMake_JCC_JCG");  // there are no lists yet
+  EXPECT_EQ(shell_.messages.back().title, "!Tobarine");
+  open("mnuMake_dxcc_hl_dat", folder_.text("cty.dat", "no cty.dat"));
+  EXPECT_EQ(shell_.messages.back().title, "!Tobarine");
+  window_->command("adif2zlog_all");
+  EXPECT_EQ(shell_.zlog_windows, 1);
+}
+
+TEST(MainControlsTest, EveryMenuEntryIsACommandOrHoldsOthers) {
+  // A name that means nothing would do nothing: each entry without entries of its own must.
+  const TestFolder folder;
+  fs::copy(TOBARINE_DATA, folder / "home");
+  for (const MenuEntry& entry : menu_entries()) {
+    const bool holds = std::ranges::any_of(
+        menu_entries(), [&](const MenuEntry& other) { return other.parent == entry.name; });
+    TestShell shell;
+    MainWindow window(start_up({folder / "home", "", shell.now()}), folder / "home", shell);
+    window.load();
+    const int mirrored = shell.mirrored;
+    window.command(entry.name);
+    EXPECT_EQ(shell.mirrored > mirrored, !holds) << entry.name;
+  }
+}
+
+}  // namespace
+}  // namespace tobarine

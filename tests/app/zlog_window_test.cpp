@@ -1,0 +1,93 @@
+// The ADIF-to-zLog window's commands.
+#include "app/zlog_window.h"
+
+#include <gtest/gtest.h>
+
+#include "app/test_shell.h"
+#include "test_folder.h"
+#include "text/strings.h"
+
+namespace tobarine {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ZlogWindowTest : public ::testing::Test {
+ protected:
+  ZlogWindowTest()
+      : main_((fs::copy(TOBARINE_DATA, folder_ / "home"),
+               start_up({folder_ / "home", "", shell_.now()})),
+              folder_ / "home", shell_),
+        window_(main_, shell_) {
+    main_.load();
+    window_.load();
+    fs::copy(fs::path(TOBARINE_SAMPLES) / "n1mm.adi", folder_ / "n1mm.adi");
+  }
+  Settings saved() const { return read_settings(folder_ / "home/Tobarine.ini"); }
+
+  TestFolder folder_;
+  TestShell shell_;
+  MainWindow main_;
+  ZlogWindow window_;
+};
+
+TEST_F(ZlogWindowTest, OptionsAreSavedTheMomentTheyChange) {
+  window_.check(10, true);
+  window_.check(11, true);
+  window_.choose_remarks(0, "2");
+  window_.edit_sent_number("13M");
+  EXPECT_EQ(saved().COMMENT_tenki, "1");
+  EXPECT_EQ(saved().COMMENT_rmks, "2");
+  EXPECT_EQ(saved().set_STX, "13");  // as a number is what the file gives back
+  EXPECT_EQ(main_.settings().set_STX, "13M");
+  EXPECT_EQ(window_.controls.Check[10].colour, Colour::kLightBlue);
+  window_.choose_remarks(1, "2");
+  EXPECT_EQ(saved().TX_NR_rmks, "1");  // written with the check box's value, as ever
+  window_.select_option2(1);
+  EXPECT_EQ(saved().utc_jst_str, "ALL_J");
+  EXPECT_TRUE(window_.controls.Option2[1].checked && !window_.controls.Option2[0].checked);
+  window_.load();
+  EXPECT_EQ(window_.controls.Text7.text, "13");
+  EXPECT_EQ(window_.controls.Combo[0].text, "2");
+}
+
+TEST_F(ZlogWindowTest, ConvertsAndOpensTheOutputsInTheEditor) {
+  window_.convert();
+  EXPECT_EQ(window_.controls.lblInfo.text, "");
+  window_.edit_csv();
+  EXPECT_TRUE(shell_.edited.empty());
+  for (const std::size_t i : {4U, 11U, 10U, 7U, 2U, 1U}) window_.check(i, true);
+  shell_.files.push_back(folder_ / "n1mm.adi");
+  window_.open();
+  EXPECT_EQ(window_.controls.lblIn.text, "入力数: 8 件");
+  EXPECT_EQ(window_.controls.lblInFile.colour, Colour::kBlack);
+  window_.convert();
+  EXPECT_EQ(window_.controls.lblInfo.text, "変換数: 8 件");
+  EXPECT_EQ(window_.controls.lblMsg.text, "処理終了");
+  EXPECT_TRUE(contains(window_.controls.lblNotes.text, ".all は JST"));
+  for (const char* name : {"n1mm.all", "n1mm.zlo"}) {
+    EXPECT_TRUE(TestFolder::bytes_of(folder_ / name) ==
+                TestFolder::bytes_of(fs::path(TOBARINE_TEST_DATA) / name));
+  }
+  window_.edit_csv();
+  window_.edit_all();
+  ASSERT_EQ(shell_.edited.size(), 2U);
+  EXPECT_EQ(shell_.edited[0].filename(), "n1mm.csv");
+  main_.command("mnuHamlo_csv_Edit");
+  EXPECT_EQ(shell_.edited[2].filename(), "n1mm.all");
+}
+
+TEST_F(ZlogWindowTest, FailuresLeaveTheWindowUsable) {
+  window_.open_file(folder_.text("x.adi", "nothing"));
+  EXPECT_EQ(shell_.messages.size(), 1U);
+  EXPECT_FALSE(window_.controls.cmdConvert.enabled);
+  window_.open_file(folder_ / "n1mm.adi");
+  fs::create_directory(folder_ / "n1mm.zlo");
+  window_.convert();
+  EXPECT_EQ(shell_.messages.size(), 2U);
+  EXPECT_TRUE(window_.controls.cmdConvert.enabled);
+  EXPECT_FALSE(main_.running());
+}
+
+}  // namespace
+}  // namespace tobarine
