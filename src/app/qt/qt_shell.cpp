@@ -50,8 +50,20 @@ QtShell::QtShell() : view_(std::make_unique<MainView>()), alive_(std::make_share
 }
 
 QtShell::~QtShell() {
-  const std::lock_guard lock(alive_->mutex);
-  alive_->yes = false;
+  {
+    const std::lock_guard lock(alive_->mutex);
+    alive_->yes = false;
+  }
+  for (const auto& window : windows_) delete window;
+  for (const auto& editor : editors_) delete editor;
+}
+
+// Shows a window that deletes itself when it is closed, or else with the shell.
+void QtShell::keep(QMainWindow* window) {
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  std::erase_if(windows_, [](const auto& other) { return other == nullptr; });
+  windows_.emplace_back(window);
+  window->show();
 }
 
 void QtShell::show(MainWindow& commands) {
@@ -121,17 +133,16 @@ bool QtShell::keep_going() {
 }
 
 void QtShell::open_viewer(const std::filesystem::path& file, std::size_t line) {
-  auto viewer = std::make_unique<ViewerView>(file);
-  viewer->show();
+  auto* const viewer = new ViewerView(file);
+  keep(viewer);
   viewer->go_to_line(line);
-  viewer.release();  // deletes itself when it is closed
 }
 
 void QtShell::open_editor(const std::filesystem::path& file) {
-  auto editor = std::make_unique<FileEditorView>(file);
+  auto* const editor = new FileEditorView(file);
   editor->setAttribute(Qt::WA_DeleteOnClose);
+  editors_.emplace_back(editor);
   editor->show();
-  editors_.emplace_back(editor.release());
 }
 
 void QtShell::open_report() {
@@ -142,7 +153,7 @@ void QtShell::open_report() {
       show_message(Icon::kCritical, {"Tobarine", error.what()});
     }
   });
-  view->show();
+  keep(view);
 }
 
 void QtShell::open_zlog_window() {

@@ -42,6 +42,7 @@ class QtShell : public Shell {
   // Shared with work that may outlive the shell.
   struct Alive;
 
+  void keep(QMainWindow* window);
   void want_to_quit();
 
   std::unique_ptr<MainView> view_;
@@ -49,6 +50,7 @@ class QtShell : public Shell {
   std::unique_ptr<ZlogWindow> zlog_;
   std::unique_ptr<ZlogView> zlog_view_;
   std::vector<QPointer<FileEditorView>> editors_;
+  std::vector<QPointer<QMainWindow>> windows_;  // viewers and reports; each may be closed before
   std::shared_ptr<Alive> alive_;
   QElapsedTimer since_events_;
   bool stop_ = false;  // the user wants the run to stop

@@ -17,7 +17,6 @@ QString qstring(std::string_view text) {
 ReportView::ReportView(const ConversionReport& report, std::function<void(std::size_t)> show_line) {
   setObjectName("frmReport");
   setWindowTitle("変換の報告");
-  setAttribute(Qt::WA_DeleteOnClose);
   auto* const tree = new QTreeWidget(this);
   tree->setObjectName("treeReport");
   tree->setAccessibleName("変換の報告");

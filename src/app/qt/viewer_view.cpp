@@ -3,7 +3,6 @@
 #include <QFontDatabase>
 #include <QMenuBar>
 #include <QPainter>
-#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
@@ -49,9 +48,7 @@ void LineModel::set_lines(std::unique_ptr<LineIndex> lines) {
 }
 
 void LineModel::set_line_size(const QSize& size) {
-  beginResetModel();
   line_size_ = size;
-  endResetModel();
 }
 
 int LineModel::rowCount(const QModelIndex& parent) const {
@@ -109,13 +106,12 @@ int LineList::text_width(std::size_t bytes) const {
 void LineList::set_horizontal_extent(int pixels) {
   const int width = pixels == 0 ? 0 : pixels + number_width_ + kNumberGap;
   model_.set_line_size({width, fontMetrics().height() + 2});
+  scheduleDelayedItemsLayout();
 }
 
 void LineList::resizeEvent(QResizeEvent* event) {
   QListView::resizeEvent(event);
-  const int at = verticalScrollBar()->value();
   scroll_range_.update_extent();
-  verticalScrollBar()->setValue(at);
 }
 
 ViewerView::ViewerView(const std::filesystem::path& file) : list_(new LineList(this)) {
@@ -139,7 +135,6 @@ ViewerView::ViewerView(const std::filesystem::path& file) : list_(new LineList(t
   back->setShortcut(Qt::Key_Escape);
   menuBar()->addAction("[ 検索 ]", QKeySequence::Find, find_bar, &FindBar::open);
   resize(820, 560);
-  setAttribute(Qt::WA_DeleteOnClose);
 }
 
 void ViewerView::go_to_line(std::size_t line) {

@@ -1,0 +1,429 @@
+// The real windows, without a screen: that what the user does reaches the commands, and that what
+// the commands say is shown.
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QGroupBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QSettings>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+
+#include "app/qt/mirror.h"
+#include "app/qt/qt_shell.h"
+#include "app/qt/report_view.h"
+#include "app/qt/viewer_view.h"
+#include "test_folder.h"
+#include "text/error.h"
+
+namespace tobarine {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The shell of the program, but for the dialogs that would wait for an answer.
+class ScriptedShell : public QtShell {
+ public:
+  std::optional<fs::path> choose_file(const FileQuestion& /*question*/) override {
+    return std::exchange(chosen, std::nullopt);
+  }
+  void show_message(Icon /*icon*/, const MessageBox& message) override {
+    messages.push_back(message.text);
+  }
+  std::optional<fs::path> chosen;
+  std::vector<std::string> messages;
+};
+
+QString plain(QString text) {
+  return text.remove('&');
+}
+
+// Answers the next message box by the button.
+void answer_with(QMessageBox::StandardButton button) {
+  QTimer::singleShot(0, [button] {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    box->button(button)->click();
+  });
+}
+
+class WindowTest : public ::testing::Test {
+ protected:
+  WindowTest() {
+    fs::copy(TOBARINE_DATA, folder_ / "home");
+    start();
+  }
+  void start() {
+    shell_ = std::make_unique<ScriptedShell>();
+    commands_ = std::make_unique<MainWindow>(start_up({folder_ / "home", "", shell_->now()}),
+                                             folder_ / "home", *shell_);
+    shell_->show(*commands_);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&shell_->view()));
+  }
+  fs::path sample(const std::string& name) {
+    fs::copy(fs::path(TOBARINE_SAMPLES) / name, folder_ / name,
+             fs::copy_options::overwrite_existing);
+    return folder_ / name;
+  }
+  template <typename Widget>
+  Widget* find(const QString& name) {
+    auto* const found = shell_->view().findChild<Widget*>(name);
+    EXPECT_NE(found, nullptr) << name.toStdString();
+    return found;
+  }
+  template <typename Window>
+  Window* other_window(const QString& name) {
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+      if (widget->objectName() == name && widget->isVisible()) return static_cast<Window*>(widget);
+    }
+    ADD_FAILURE() << "no window " << name.toStdString();
+    return nullptr;
+  }
+  void press(const char* keys) { QTest::keySequence(&shell_->view(), QKeySequence(keys)); }
+
+  TestFolder folder_;
+  std::unique_ptr<MainWindow> commands_;
+  std::unique_ptr<ScriptedShell> shell_;
+};
+
+TEST_F(WindowTest, HoldsEveryControlWithItsCaption) {
+  for_each_control(commands_->controls, [&](const std::string& name, const Control& control) {
+    auto* const object = find<QObject>(QString::fromStdString(name));
+    const QString text = shown_text(control);
+    if (auto* const button = qobject_cast<QAbstractButton*>(object)) {
+      EXPECT_EQ(plain(button->text()), text) << name;
+      EXPECT_EQ(button->isChecked(), control.checked) << name;
+    } else if (auto* const box = qobject_cast<QGroupBox*>(object)) {
+      EXPECT_EQ(box->title(), text) << name;
+    } else if (auto* const action = qobject_cast<QAction*>(object)) {
+      EXPECT_EQ(plain(action->text()), text) << name;
+      EXPECT_EQ(action->isEnabled(), control.enabled) << name;
+    } else if (auto* const label = qobject_cast<QLabel*>(object)) {
+      EXPECT_EQ(label->text(), text) << name;
+    }
+  });
+  for (const MenuEntry& entry : menu_entries()) {
+    auto* const action = find<QAction>(
+        QString::fromUtf8(entry.name.data()).left(static_cast<int>(entry.name.size())));
+    EXPECT_EQ(plain(action->text()).toStdString(), entry.caption);
+  }
+  EXPECT_EQ(shell_->view().windowTitle().toStdString(), commands_->controls.title);
+  EXPECT_EQ(find<QCheckBox>("Check16")->toolTip(), "ＱＴＨ欄が空白で無ければ転記します");
+  EXPECT_EQ(find<QTableWidget>("MSFlexGrid1")->horizontalHeaderItem(3)->text(), " メモ書き");
+}
+
+TEST_F(WindowTest, NothingIsCutOffAtItsLargestSize) {
+  shell_->view().resize(4000, 4000);
+  EXPECT_EQ(shell_->view().size(), QSize(864, 688));
+  QApplication::processEvents();
+  for (const auto* widget : shell_->view().findChildren<QAbstractButton*>()) {
+    if (!widget->isVisible() || widget->text().isEmpty()) continue;
+    EXPECT_GE(widget->width(), widget->sizeHint().width()) << widget->text().toStdString();
+    EXPECT_GE(widget->height(), widget->minimumSizeHint().height());
+  }
+}
+
+TEST_F(WindowTest, EveryControlCanBeReachedAndNamedWithoutAMouse) {
+  for (const auto* widget : shell_->view().findChildren<QWidget*>()) {
+    const bool input = qobject_cast<const QLineEdit*>(widget) != nullptr ||
+                       qobject_cast<const QTableWidget*>(widget) != nullptr;
+    if (input) {
+      EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+    }
+    if (qobject_cast<const QCheckBox*>(widget) != nullptr) {
+      EXPECT_TRUE((widget->focusPolicy() & Qt::TabFocus) != 0);
+    }
+  }
+  EXPECT_EQ(find<QPushButton>("cmdH2L")->shortcut(), QKeySequence("Alt+H"));
+}
+
+TEST_F(WindowTest, ClicksAndTypedTextReachTheSettings) {
+  auto* const check = find<QCheckBox>("Check8");
+  check->click();
+  EXPECT_EQ(commands_->settings().Chk_8, 1);
+  EXPECT_EQ(check->palette().color(QPalette::Active, QPalette::WindowText), QColor(0, 0, 255));
+  check->click();
+  EXPECT_EQ(commands_->settings().Chk_8, 0);
+  EXPECT_NE(check->palette().color(QPalette::Active, QPalette::WindowText), QColor(0, 0, 255));
+  find<QRadioButton>("Option3_1")->click();
+  EXPECT_EQ(commands_->settings().Op_3, 1);
+  EXPECT_TRUE(find<QRadioButton>("Option2_2")->isChecked());  // other groups stay as they are
+  find<QRadioButton>("Option2_0")->click();
+  EXPECT_EQ(commands_->settings().Op_2, 0);
+  find<QRadioButton>("Option1_3")->click();
+  EXPECT_EQ(find<QLabel>("lblJ2U_1")->text(), "JA 局のみ JST に変換");
+  auto* const was = find<QLineEdit>("txtWas");
+  was->setFocus();
+  QTest::keyClicks(was, "X");
+  EXPECT_EQ(commands_->settings().was_moji, "WAS=X");
+  find<QPushButton>("Command1")->click();
+  EXPECT_EQ(was->text(), "");
+  find<QCheckBox>("Check12")->click();
+  EXPECT_TRUE(find<QLineEdit>("txtYYYY")->isReadOnly());
+}
+
+TEST_F(WindowTest, HamlogToAdifByKeyboardAlone) {
+  shell_->chosen = sample("hamlog.csv");
+  press("Ctrl+O");
+  EXPECT_EQ(find<QLabel>("lblIn")->text(), "入力数: 48 件");
+  EXPECT_FALSE(find<QRadioButton>("Option1_0")->isEnabled());
+  EXPECT_FALSE(find<QPushButton>("cmdL2H")->isEnabled());
+  QTest::keyClick(&shell_->view(), Qt::Key_H, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !find<QLabel>("lblMsg")->text().isEmpty(); }));
+  EXPECT_EQ(find<QLabel>("lblInfo")->text(), "変換数: 48 件");
+  EXPECT_EQ(find<QLabel>("lblMsg")->text(), "処理終了");
+  EXPECT_TRUE(fs::exists(folder_ / "hamlog.adi"));
+  press("Ctrl+U");
+  auto* const viewer = other_window<ViewerView>("frmDisp2");
+  auto* const list = viewer->findChild<QListView*>("List1");
+  EXPECT_EQ(list->model()->index(4, 0).data().toString(), "<EOH>");
+  press("Ctrl+R");
+  EXPECT_NE(other_window<ReportView>("frmReport"), nullptr);
+}
+
+TEST_F(WindowTest, AdifToHamlogByMouse) {
+  shell_->chosen = sample("logger32.adi");
+  find<QAction>("開 adi")->trigger();
+  EXPECT_FALSE(find<QAction>("変換 H2L")->isEnabled());
+  find<QRadioButton>("Option1_1")->click();
+  QTest::mouseClick(find<QPushButton>("cmdL2H"), Qt::LeftButton);
+  EXPECT_EQ(find<QLabel>("lblInfo")->text(), "変換数: 16 件");
+  EXPECT_TRUE(find<QAction>("表示 o")->isEnabled());
+}
+
+TEST_F(WindowTest, ADroppedLogIsOpenedAndRemembered) {
+  const fs::path log = sample("contest.zlo");
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(log.string()))});
+  QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&shell_->view(), &enter);
+  QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&shell_->view(), &drop);
+  EXPECT_EQ(find<QLabel>("lblContest")->text(), "ALL JA コンテスト");
+  EXPECT_TRUE(find<QRadioButton>("OptionDX_1")->isChecked());
+  EXPECT_EQ(plain(find<QPushButton>("cmdH2L")->text()), "変換　Z -> L");
+  auto* const recent = find<QMenu>("mnuRecent");
+  ASSERT_FALSE(recent->actions().isEmpty());
+  EXPECT_TRUE(recent->actions()[0]->text().startsWith("contest.zlo"));
+  QTest::mouseClick(find<QPushButton>("cmdeqsl"), Qt::LeftButton);
+  EXPECT_TRUE(fs::exists(folder_ / "contest.adi"));
+  sample("hamlog.csv");
+  commands_->open_file(folder_ / "hamlog.csv");
+  recent->actions()[1]->trigger();
+  EXPECT_EQ(commands_->input(), log);
+}
+
+TEST_F(WindowTest, EscapeStopsALongRun) {
+  std::string log;
+  for (int i = 0; i < 400000; ++i) log += "JA1ABC,24/05/01,12:00U,59,59,7,CW,1001,,J  ,,,,,0\n";
+  commands_->open_file(folder_.text("long.csv", log));
+  QTimer::singleShot(0, [this] { QTest::keyClick(&shell_->view(), Qt::Key_Escape); });
+  find<QPushButton>("cmdH2L")->click();
+  EXPECT_EQ(find<QLabel>("lblMsg")->text(), "途中で止まりました");
+  ASSERT_EQ(shell_->messages.size(), 1U);
+  EXPECT_TRUE(find<QPushButton>("cmdH2L")->isEnabled());
+  shell_->messages.clear();
+  find<QPushButton>("cmdeqsl")->click();  // the wish does not outlive the run
+  EXPECT_EQ(find<QLabel>("lblMsg")->text(), "処理終了");
+}
+
+class GridTest : public WindowTest {
+ protected:
+  GridTest() : grid_(find<GridView>("MSFlexGrid1")), box_(grid_->box()) {
+    grid_->setFocus();
+    grid_->setCurrentCell(0, 1);
+  }
+  GridView* grid_;
+  QLineEdit* box_;
+};
+
+TEST_F(GridTest, ATypedLetterOpensTheYellowBoxOverTheCell) {
+  EXPECT_EQ(box_->objectName(), "Text1");
+  QTest::keyClicks(grid_, "a");
+  EXPECT_TRUE(box_->isVisible() && box_->hasFocus());
+  EXPECT_EQ(box_->text(), "a");
+  EXPECT_EQ(box_->cursorPosition(), 1);
+  EXPECT_EQ(box_->geometry(), grid_->visualItemRect(grid_->item(0, 1)));
+  EXPECT_TRUE(box_->styleSheet().contains("yellow"));
+  QTest::keyClicks(box_, "bc");
+  QTest::keyClick(box_, Qt::Key_Return);
+  EXPECT_FALSE(box_->isVisible());
+  EXPECT_TRUE(grid_->hasFocus());
+  EXPECT_EQ(grid_->item(0, 1)->text(), "abc");
+  EXPECT_EQ(grid_->currentColumn(), 2);
+}
+
+TEST_F(GridTest, EnterF2AndADoubleClickOpenTheWholeText) {
+  const auto opened = [&] {
+    const bool open = box_->isVisible() && box_->text() == "70CM" && box_->cursorPosition() == 4;
+    QTest::keyClick(box_, Qt::Key_Escape);
+    return open && !box_->isVisible();
+  };
+  QTest::keyClick(grid_, Qt::Key_Return);
+  EXPECT_TRUE(opened());
+  QTest::keyClick(grid_, Qt::Key_F2);
+  EXPECT_TRUE(opened());
+  const QPoint cell = grid_->visualItemRect(grid_->item(0, 1)).center();
+  QTest::mouseClick(grid_->viewport(), Qt::LeftButton, Qt::NoModifier, cell);
+  QTest::mouseDClick(grid_->viewport(), Qt::LeftButton, Qt::NoModifier, cell);
+  EXPECT_TRUE(opened());
+  EXPECT_EQ(grid_->item(0, 1)->text(), "70CM");
+}
+
+TEST_F(GridTest, OtherKeysStoreAndMove) {
+  QTest::keyClicks(grid_, "x");
+  QTest::keyClick(box_, Qt::Key_Up);
+  EXPECT_EQ(grid_->currentRow(), 0);
+  EXPECT_EQ(grid_->item(0, 1)->text(), "x");
+  QTest::keyClicks(grid_, "y");
+  QTest::keyClick(box_, Qt::Key_Down);
+  EXPECT_EQ(grid_->currentRow(), 1);
+  QTest::keyClicks(grid_, "z");
+  QTest::keyClick(box_, Qt::Key_Tab);
+  EXPECT_EQ(grid_->item(1, 1)->text(), "z");
+  EXPECT_EQ(grid_->currentColumn(), 2);
+}
+
+TEST_F(GridTest, AClickElsewhereInTheGridStores) {
+  QTest::keyClicks(grid_, "q");
+  const QPoint cell = grid_->visualItemRect(grid_->item(2, 2)).center();
+  QTest::mouseClick(grid_->viewport(), Qt::LeftButton, Qt::NoModifier, cell);
+  grid_->setFocus();
+  EXPECT_EQ(grid_->item(0, 1)->text(), "q");
+  EXPECT_FALSE(box_->isVisible());
+  EXPECT_EQ(grid_->currentRow(), 2);
+}
+
+TEST_F(GridTest, AnInputMethodComposesInTheBox) {
+  QInputMethodEvent composing("かん", {});
+  QApplication::sendEvent(grid_, &composing);
+  EXPECT_TRUE(box_->isVisible());
+  QInputMethodEvent done;
+  done.setCommitString("漢");
+  QApplication::sendEvent(box_, &done);
+  EXPECT_EQ(commands_->bands.text(), "漢");
+  QTest::keyClick(box_, Qt::Key_Return);
+  EXPECT_EQ(grid_->item(0, 1)->text(), "漢");
+}
+
+TEST_F(WindowTest, TheViewerScrollsFindsAndGoesToALine) {
+  std::string text;
+  for (int i = 1; i <= 500; ++i) text += "line " + std::to_string(i) + "\n";
+  shell_->open_viewer(folder_.text("short.txt", text), 400);
+  auto* viewer = other_window<ViewerView>("frmDisp2");
+  auto* const list = viewer->findChild<QListView*>("List1");
+  EXPECT_EQ(list->model()->rowCount(), 500);
+  EXPECT_EQ(list->currentIndex().row(), 399);
+  EXPECT_EQ(list->horizontalScrollBar()->maximum(), 0);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(viewer));
+  QTest::keySequence(viewer, QKeySequence(QKeySequence::Find));
+  auto* const wanted = viewer->findChild<QLineEdit*>("txtFind");
+  EXPECT_TRUE(wanted->isVisible());
+  QTest::keyClicks(wanted, "LINE 45");
+  QTest::keyClick(wanted, Qt::Key_Return);
+  EXPECT_EQ(list->currentIndex().row(), 449);
+  viewer->findChildren<QPushButton*>()[1]->click();  // backwards
+  EXPECT_EQ(list->currentIndex().row(), 44);
+  viewer->close();
+  shell_->open_viewer(folder_.text("wide.txt", std::string(2000, 'x') + "\n"), 0);
+  viewer = other_window<ViewerView>("frmDisp2");
+  EXPECT_GT(viewer->findChild<QListView*>("List1")->horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(WindowTest, AClickInTheReportShowsTheLine) {
+  commands_->open_file(sample("hamlog.csv"));
+  find<QPushButton>("cmdH2L")->click();
+  find<QAction>("mnuDisp_report")->trigger();
+  auto* const tree = other_window<ReportView>("frmReport")->findChild<QTreeWidget*>("treeReport");
+  QTreeWidgetItem* item = nullptr;
+  for (int i = 0; i < tree->topLevelItemCount() && item == nullptr; ++i) {
+    if (tree->topLevelItem(i)->childCount() > 0) item = tree->topLevelItem(i)->child(0);
+  }
+  ASSERT_NE(item, nullptr);
+  emit tree->itemClicked(item, 0);
+  auto* const list = other_window<ViewerView>("frmDisp2")->findChild<QListView*>("List1");
+  EXPECT_EQ(list->currentIndex().row() + 1, item->text(0).toInt());
+}
+
+TEST_F(WindowTest, TheEditorSavesUndoesAndAsks) {
+  const fs::path file = folder_.text("e.csv", "一,二\r\n三\r\n");
+  shell_->open_editor(file);
+  auto* const editor = other_window<FileEditorView>("Hamlog_csv_Edit");
+  EXPECT_EQ(editor->windowTitle().toStdString(), file.string() + " ");
+  auto* const text = editor->findChild<QPlainTextEdit*>("Text1");
+  text->moveCursor(QTextCursor::End);
+  QTest::keyClicks(text, "abc");
+  answer_with(QMessageBox::Cancel);
+  EXPECT_FALSE(editor->may_close());
+  answer_with(QMessageBox::Ok);
+  editor->findChild<QAction*>("mnuSave")->trigger();
+  EXPECT_EQ(TestFolder::bytes_of(file), to_cp932("一,二\r\n三\r\nabc"));
+  EXPECT_TRUE(editor->may_close());
+  editor->findChild<QAction*>("mnuUndo")->trigger();
+  answer_with(QMessageBox::Discard);
+  EXPECT_TRUE(editor->may_close());
+  EXPECT_THROW(shell_->open_editor(folder_.file("empty.csv", "")), FileError);
+  EXPECT_THROW(shell_->open_editor(folder_.file("odd.csv", "a\rb")), FileError);
+  commands_->set_edit_file(folder_ / "empty.csv");
+  commands_->command("mnuHamlo_csv_Edit");
+  EXPECT_EQ(shell_->messages.size(), 1U);
+}
+
+TEST_F(WindowTest, TheZlogWindowConvertsAndEdits) {
+  find<QAction>("adif2zlog_all")->trigger();
+  auto* const zlog = shell_->zlog_view();
+  ASSERT_TRUE(zlog != nullptr && zlog->isVisible());
+  const auto click = [&](const char* name) { zlog->findChild<QAbstractButton*>(name)->click(); };
+  click("Check10");
+  EXPECT_EQ(commands_->settings().COMMENT_tenki, "1");
+  auto* const combo = zlog->findChild<QComboBox*>("Combo10");
+  combo->setCurrentIndex(1);
+  emit combo->textActivated("2");
+  EXPECT_EQ(commands_->settings().COMMENT_rmks, "2");
+  click("Option2_1");
+  EXPECT_EQ(commands_->settings().utc_jst_str, "ALL_J");
+  QTest::keyClicks(zlog->findChild<QLineEdit*>("Text7"), "13M");
+  EXPECT_EQ(commands_->settings().set_STX, "13M");
+  shell_->chosen = sample("n1mm.adi");
+  click("cmdOpen");
+  click("cmdConvert");
+  EXPECT_EQ(zlog->findChild<QLabel*>("lblInfo")->text(), "変換数: 8 件");
+  EXPECT_TRUE(fs::exists(folder_ / "n1mm.zlo"));
+  EXPECT_TRUE(zlog->findChild<QPlainTextEdit*>("lblNotes")->toPlainText().contains(".zlo は JST"));
+  zlog->findChild<QAction*>("mnuALL")->trigger();
+  EXPECT_TRUE(other_window<FileEditorView>("Hamlog_csv_Edit")->windowTitle().contains("n1mm.all"));
+  zlog->findChild<QAction*>("mnuBack")->trigger();
+  EXPECT_FALSE(zlog->isVisible());
+}
+
+TEST_F(WindowTest, ThePlaceIsRememberedAndTheExitRoutineRuns) {
+  shell_->view().resize(700, 500);
+  folder_.file("home/x.hdx", "");
+  shell_->view().close();
+  EXPECT_FALSE(fs::exists(folder_ / "home/x.hdx"));
+  start();
+  EXPECT_EQ(shell_->view().size(), QSize(700, 500));
+}
+
+}  // namespace
+}  // namespace tobarine
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const tobarine::TestFolder platform;  // where the window's place is remembered
+  qputenv("XDG_CONFIG_HOME", platform.path().string().c_str());
+  ::testing::InitGoogleTest(&argc, argv);
+  const QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  return RUN_ALL_TESTS();
+}
