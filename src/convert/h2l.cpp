@@ -39,8 +39,9 @@ std::unique_ptr<ContactReader> open_zlog(const H2lJob& job, const RunContext& co
   report.in_records = job.source == H2lSource::kZlogZlo;
   report.read = report.in_records ? read_contest(job.input).contacts : log->number() - 1;
   report.stopped_by = std::move(written.stopped_by);
-  report.findings.add(FindingKind::kZoneRead, 0, "",
-                      job.zlog_zone == 'J' ? "JST" : "UTC (JST なら設定 Op_3 = 1)");
+  report.findings.add(
+      FindingKind::kZoneRead, 0, "",
+      job.zlog_zone == 'J' ? "JST" : "UTC (JST のログなら「J S T」を選ぶか Op_3=1 とする)");
   return std::make_unique<IntermediateReader>(job.intermediate, std::move(written.numbers));
 }
 

@@ -24,7 +24,8 @@ constexpr KindText kKinds[] = {
     {FindingKind::kNoZoneLetter, "no-zone-letter",
      "時刻に J も U も無い (UTC に変換せずそのまま出力した) 交信"},
     {FindingKind::kUnknownCode, "unknown-code",
-     "h2l_cty.mas に無い Code (tobarine-cli build codes で御自分のログから登録できます)"},
+     "h2l_cty.mas に無い Code ([ Tool ] か tobarine-cli build codes "
+     "で御自分のログから登録できます)"},
     {FindingKind::kNoQslManager, "no-qsl-manager",
      "QSL が M なのに Remarks に @マネージャー が無い交信"},
     {FindingKind::kInvalidByte, "invalid-byte",
@@ -49,7 +50,7 @@ constexpr KindText kKinds[] = {
      "DXCC エンティティが分からない交信 (Code と QTH は空欄)"},
     {FindingKind::kNoHamlogCode, "no-hamlog-code",
      "l2h_cty.mas に Code の無いエンティティ "
-     "(tobarine-cli build codes で御自分のログから登録できます)"},
+     "([ Tool ] か tobarine-cli build codes で御自分のログから登録できます)"},
     {FindingKind::kReadAsUtf8, "read-as-utf8", "UTF-8 として読んだファイル"},
     {FindingKind::kMaybeUtf8, "maybe-utf8",
      "Shift-JIS として読んだが UTF-8 かもしれないファイル (文字化けがないか確認して下さい)"},

@@ -1,5 +1,6 @@
 // tobarine: the window program.
 #include <QApplication>
+#include <QFont>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QMessageBox>
@@ -24,6 +25,13 @@ FolderHints folder_hints() {
   if (data.isEmpty()) data = qEnvironmentVariable("HOME") + "/.local/share";
   hints.user_data = data.toStdU16String();
   return hints;
+}
+
+// The system's font, and behind it those that have Japanese where it has not.
+QFont readable_font() {
+  QFont font = QApplication::font();
+  font.setFamilies({font.family(), "Noto Sans CJK JP", "Yu Gothic UI", "IPAPGothic", "IPAGothic"});
+  return font;
 }
 
 int run() {
@@ -51,6 +59,7 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName("tobarine");
   QApplication::setWindowIcon(QIcon(":/tobarine.png"));
   QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setFont(readable_font());
   QTranslator qt_texts;  // the buttons of Qt's own dialogs
   if (qt_texts.load("qtbase_ja", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QApplication::installTranslator(&qt_texts);

@@ -8,10 +8,11 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QScreen>
 #include <QSettings>
 
 #include "app/qt/mirror.h"
+#include "editors/qt/window_size.h"
+#include "text/strings.h"
 
 namespace tobarine {
 namespace {
@@ -26,8 +27,8 @@ std::filesystem::path path_of(const QString& file) {
   return std::filesystem::path(file.toStdU16String());
 }
 
-QChar access_key(const QString& name) {
-  if (name == "cmdH2L") return 'H';
+QChar access_key(const QString& name, const Control& control) {
+  if (name == "cmdH2L") return contains(control.text, "H") ? 'H' : 'Z';
   if (name == "cmdeqsl") return 'f';
   if (name == "cmdL2H") return 'L';
   return {};
@@ -101,7 +102,7 @@ void MainView::mirror() {
   setWindowTitle(qstring(controls.title));
   for_each_control(controls, [this](const std::string& name, const Control& control) {
     const QString key = qstring(name);
-    mirror_control(*controls_[key], control, access_key(key));
+    mirror_control(*controls_[key], control, access_key(key, control));
   });
   bands_->mirror();
   modes_->mirror();
@@ -152,8 +153,7 @@ void MainView::resizeEvent(QResizeEvent* event) {
 // The window's place is the platform's business, not the settings file's.
 void MainView::restore_place() {
   const QSettings platform("Tobarine", "Tobarine");
-  const QSize most = screen()->availableSize() - QSize(16, 48);
-  resize(maximumSize().boundedTo(most));
+  resize_within_screen(*this, maximumSize());
   restoreGeometry(platform.value("main/place").toByteArray());
 }
 

@@ -5,6 +5,8 @@
 #include <QTreeWidget>
 #include <utility>
 
+#include "editors/qt/window_size.h"
+
 namespace tobarine {
 namespace {
 
@@ -67,7 +69,7 @@ ReportView::ReportView(const ConversionReport& report, std::function<void(std::s
   QAction* const back = menuBar()->addAction("[ 戻る ]", this, &QWidget::close);
   back->setObjectName("mnuBack");
   back->setShortcut(Qt::Key_Escape);
-  resize(760, 460);
+  resize_within_screen(*this, {760, 460});
 }
 
 }  // namespace tobarine

@@ -8,6 +8,7 @@
 
 #include "app/controls.h"
 #include "editors/qt/find_bar.h"
+#include "editors/qt/window_size.h"
 #include "text/error.h"
 
 namespace tobarine {
@@ -134,7 +135,7 @@ ViewerView::ViewerView(const std::filesystem::path& file) : list_(new LineList(t
   back->setObjectName("mnuBack");
   back->setShortcut(Qt::Key_Escape);
   menuBar()->addAction("[ 検索 ]", QKeySequence::Find, find_bar, &FindBar::open);
-  resize(820, 560);
+  resize_within_screen(*this, {820, 560});
 }
 
 void ViewerView::go_to_line(std::size_t line) {

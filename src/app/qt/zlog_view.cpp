@@ -13,9 +13,11 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "app/qt/mirror.h"
+#include "editors/qt/window_size.h"
 
 namespace tobarine {
 namespace {
@@ -42,7 +44,7 @@ ZlogView::ZlogView(ZlogWindow& commands)
     controls_[key] = findChild<QObject*>(key);
   });
   connect_options();
-  resize(640, 560);
+  resize_within_screen(*this, {640, 560});
 }
 
 template <typename Widget>
@@ -141,7 +143,13 @@ void ZlogView::build() {
   auto* const all = new QVBoxLayout;
   all->addLayout(files);
   all->addLayout(buttons);
-  all->addWidget(build_options());
+  auto* const scroll = new QScrollArea;  // for small screens
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setWidget(build_options());
+  all->addWidget(scroll, 4);
+  notes_->setMinimumHeight(3 * notes_->fontMetrics().lineSpacing());
   all->addWidget(notes_, 1);
   auto* const content = new QWidget;
   content->setLayout(all);

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "editors/qt/find_bar.h"
+#include "editors/qt/window_size.h"
 #include "text/error.h"
 
 namespace tobarine {
@@ -40,7 +41,7 @@ FileEditorView::FileEditorView(const std::filesystem::path& file)
   setCentralWidget(content);
   add_menus();
   menuBar()->addAction("[ 検索 ]", QKeySequence::Find, find, &FindBar::open);
-  resize(820, 560);
+  resize_within_screen(*this, {820, 560});
 }
 
 void FileEditorView::add_menus() {
