@@ -1,6 +1,7 @@
 #include "app/main_window.h"
 
 #include <algorithm>
+#include <span>
 #include <system_error>
 #include <utility>
 
@@ -17,6 +18,13 @@ namespace fs = std::filesystem;
 constexpr std::size_t kBandGridRows = 20;
 constexpr std::size_t kModeGridRows = 30;
 constexpr std::string_view kNeverFetched = "受信履歴無し";
+
+// Of the buttons of a group the chosen one only is checked.
+void select(std::span<Control> options, int index) {
+  for (std::size_t i = 0; i < options.size(); ++i) {
+    options[i].checked = static_cast<int>(i) == index;
+  }
+}
 
 }  // namespace
 
@@ -119,11 +127,6 @@ void MainWindow::show_settings() {
   }
   controls.Check[15].checked = settings_.Chk_15 == "1";
   controls.Check[16].checked = settings_.Chk_16 == "1";
-  const auto select = [](auto& options, int index) {
-    for (std::size_t i = 0; i < options.size(); ++i) {
-      options[i].checked = static_cast<int>(i) == index;
-    }
-  };
   select(controls.Option1, settings_.Op_1);
   select(controls.Option2, settings_.Op_2);
   select(controls.Option3, settings_.Op_3);
@@ -185,9 +188,7 @@ void MainWindow::show_time_mode() {
 
 void MainWindow::select_option1(std::size_t index) {
   settings_.Op_1 = static_cast<std::int16_t>(index);
-  for (std::size_t i = 0; i < controls.Option1.size(); ++i) {
-    controls.Option1[i].checked = i == index;
-  }
+  select(controls.Option1, settings_.Op_1);
   show_time_mode();
   settings_.utc_jst_str = time_mode_keyword(time_mode_);
   colour_options();
@@ -198,9 +199,7 @@ void MainWindow::select_option1(std::size_t index) {
 void MainWindow::select_option2(std::size_t index) {
   clear_counts();
   settings_.Op_2 = static_cast<std::int16_t>(index);
-  for (std::size_t i = 0; i < controls.Option2.size(); ++i) {
-    controls.Option2[i].checked = i == index;
-  }
+  select(controls.Option2, settings_.Op_2);
   colour_options();
   save_settings();
   shell_.mirror();
@@ -208,18 +207,14 @@ void MainWindow::select_option2(std::size_t index) {
 
 void MainWindow::select_option3(std::size_t index) {
   settings_.Op_3 = static_cast<std::int16_t>(index);
-  for (std::size_t i = 0; i < controls.Option3.size(); ++i) {
-    controls.Option3[i].checked = i == index;
-  }
+  select(controls.Option3, settings_.Op_3);
   colour_options();
   save_settings();
   shell_.mirror();
 }
 
 void MainWindow::select_option_dx(std::size_t index) {
-  for (std::size_t i = 0; i < controls.OptionDX.size(); ++i) {
-    controls.OptionDX[i].checked = i == index;
-  }
+  select(controls.OptionDX, static_cast<int>(index));
   shell_.mirror();
 }
 

@@ -15,8 +15,7 @@ namespace fs = std::filesystem;
 constexpr const char* kFolderName = "tobarine";
 
 bool has_reference_files(const fs::path& folder) {
-  std::error_code error;
-  return fs::exists(file_in(folder, reference_files().front()), error);
+  return missing_reference_files(folder).size() < reference_files().size();
 }
 
 }  // namespace

@@ -34,8 +34,19 @@ QFont readable_font() {
   return font;
 }
 
+// Where no reference file is found at all, the program's own folder is the one that lacks them.
+std::filesystem::path program_folder() {
+  const FolderHints hints = folder_hints();
+  try {
+    return make_user_copy(locate_program_folder(hints));
+  } catch (const FileError&) {
+    if (!hints.home.empty()) throw;
+    return hints.executable.parent_path();
+  }
+}
+
 int run() {
-  const std::filesystem::path folder = make_user_copy(locate_program_folder(folder_hints()));
+  const std::filesystem::path folder = program_folder();
   QtShell shell;
   StartUp start = start_up({folder, qEnvironmentVariable("WINDIR").toStdString(), shell.now()});
   if (start.stop) {

@@ -30,6 +30,14 @@ struct RemarksChoice {
 constexpr RemarksChoice kRemarksChoices[] = {
     {10, "Combo10"}, {11, "Combo11"}, {12, "Combo12"}, {13, "Combo13"}};
 
+QGroupBox* framed(const QString& title, QLayout* layout) {
+  auto* const box = new QGroupBox(title);
+  layout->setContentsMargins(10, 1, 10, 3);
+  layout->setSpacing(4);
+  box->setLayout(layout);
+  return box;
+}
+
 }  // namespace
 
 ZlogView::ZlogView(ZlogWindow& commands)
@@ -44,7 +52,7 @@ ZlogView::ZlogView(ZlogWindow& commands)
     controls_[key] = findChild<QObject*>(key);
   });
   connect_options();
-  resize_within_screen(*this, {640, 560});
+  resize_within_screen(*this, {660, 600});
 }
 
 template <typename Widget>
@@ -69,8 +77,6 @@ QWidget* ZlogView::build_options() {
   for (int i = 0; i < 3; ++i) time->addWidget(add<QRadioButton>(QString("Option2_%1").arg(i)));
   time->addWidget(add<QCheckBox>("Check1"));
   time->addStretch();
-  auto* const time_box = new QGroupBox("ＪＳＴ　， ＵＴＣ　変換");
-  time_box->setLayout(time);
 
   auto* const numbers = new QGridLayout;
   auto* const sent = add<QLineEdit>("Text7");
@@ -83,8 +89,6 @@ QWidget* ZlogView::build_options() {
   numbers->addWidget(add<QCheckBox>("Check7"), 0, 2);
   numbers->addWidget(add<QCheckBox>("Check2"), 1, 0, 1, 3);
   numbers->setColumnStretch(2, 1);
-  auto* const numbers_box = new QGroupBox("コンテストナンバー");
-  numbers_box->setLayout(numbers);
 
   auto* const texts = new QGridLayout;
   int row = 0;
@@ -100,12 +104,13 @@ QWidget* ZlogView::build_options() {
   texts->setColumnStretch(3, 1);
   texts->addWidget(add<QCheckBox>("Check8"), 0, 4);
   texts->addWidget(add<QCheckBox>("Check5"), 1, 4);
-  auto* const texts_box = new QGroupBox("転記");
-  texts_box->setLayout(texts);
 
   auto* const all = new QVBoxLayout;
   all->setContentsMargins(0, 0, 0, 0);
-  for (QGroupBox* const box : {time_box, numbers_box, texts_box}) all->addWidget(box);
+  all->setSpacing(4);
+  all->addWidget(framed("ＪＳＴ　， ＵＴＣ　変換", time));
+  all->addWidget(framed("コンテストナンバー", numbers));
+  all->addWidget(framed("転記", texts));
   auto* const widget = new QWidget;
   widget->setLayout(all);
   return widget;
