@@ -28,6 +28,9 @@ inline constexpr int kTwipsPerPixel = 15;
 inline constexpr int kMostHeight = 10320;  // twips
 inline constexpr int kMostWidth = 12960;   // twips
 
+// Of a progress bar whose end is not known.
+inline constexpr double kBusy = -1;
+
 // A toolbar button: its key is its text; it does what the command does.
 struct ToolButton {
   std::string_view key;
@@ -61,7 +64,7 @@ struct MainControls {
   std::string title;
   int height = kMostHeight;  // twips
   int width = kMostWidth;
-  double progress = 0;  // 0 .. 1
+  double progress = 0;  // 0 .. 1, or kBusy
 
   Control cmdH2L, cmdeqsl, cmdL2H, cmdEnd;
   std::array<Control, 17> Check;  // Check1 to Check16

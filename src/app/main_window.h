@@ -113,6 +113,8 @@ class MainWindow {
   void run_to_adif(bool eqsl);
   void run_l2h_command();
   void show_result();
+  void begin_waiting(std::string_view message);
+  void end_waiting();
   void check_jarl();
   void look_for_new_lists(bool at_start);
   void download_jarl();

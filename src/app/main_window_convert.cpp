@@ -101,12 +101,23 @@ void MainWindow::run_l2h_command() {
   });
 }
 
+void MainWindow::begin_waiting(std::string_view message) {
+  controls.lblMsg = {};
+  controls.lblMsg.text = message;
+  controls.progress = kBusy;
+}
+
+void MainWindow::end_waiting() {
+  controls.lblMsg = {};
+  controls.progress = 0;
+}
+
 void MainWindow::check_jarl() {
   look_for_new_lists(false);
 }
 
 void MainWindow::look_for_new_lists(bool at_start) {
-  if (!at_start) controls.lblMsg.text = "JARL のリストの更新日付けを調べています…";
+  if (!at_start) begin_waiting("JARL のリストの更新日付けを調べています…");
   shell_.in_background([this, at_start, server = jarl_server] {
     std::string failure;
     std::array<std::string, 3> dates;
@@ -117,7 +128,7 @@ void MainWindow::look_for_new_lists(bool at_start) {
     }
     return Shell::Finish([this, at_start, dates, failure] {
       const auto ours = dates_of_our_lists(settings_);
-      controls.lblMsg = {};
+      if (!at_start) end_waiting();
       if (at_start) {
         // One quiet line: nobody asked just now.
         bool news = false;
@@ -137,7 +148,7 @@ void MainWindow::look_for_new_lists(bool at_start) {
 }
 
 void MainWindow::download_jarl() {
-  controls.lblMsg.text = "JARL のリストを取得しています…";
+  begin_waiting("JARL のリストを取得しています…");
   shell_.in_background([this, server = jarl_server] {
     std::string failure;
     JarlLists lists;
@@ -147,7 +158,7 @@ void MainWindow::download_jarl() {
       failure = error.what();
     }
     return Shell::Finish([this, lists = std::move(lists), failure]() mutable {
-      controls.lblMsg = {};
+      end_waiting();
       try {
         if (!failure.empty()) throw Error(failure);
         keep_jarl_lists(lists, folder_, settings_);
@@ -155,8 +166,12 @@ void MainWindow::download_jarl() {
         for (std::size_t i = 0; i < kListFiles.size(); ++i) {
           text += std::string(kListFiles[i]) + ": " + lists.dates[i] + "\n";
         }
+        JccMaster before;
+        before.load(file_in(folder_, "JCC_JCG.mas"));
+        const JccChanges changes = compare_jcc(before.places(), lists.build.places);
         tell(Shell::Icon::kInformation, "JCC , JCG  , 区リスト",
-             text + "\n取得しました。「JCC , JCG , 区リストの作成」で変換に使えるようになります。");
+             text + jcc_text({lists.build, changes}) +
+                 "\n取得しました。「JCC , JCG , 区リストの作成」で変換に使えるようになります。");
       } catch (const Error& error) {
         tell(Shell::Icon::kCritical, "JCC , JCG  , 区リスト", error.what());
       }

@@ -366,13 +366,21 @@ TEST_F(MainWindowTest, TheLeagueIsAskedBesideTheWindow) {
   window_->jarl_server.url = "http://127.0.0.1:1/";  // nobody there
   window_->command("mnuJARL_Download");
   EXPECT_EQ(see().lblMsg.text, "JARL のリストを取得しています…");
+  EXPECT_EQ(see().progress, kBusy);
   ASSERT_EQ(shell_.background.size(), 1U);
   shell_.background[0]()();
   EXPECT_EQ(shell_.messages.size(), 1U);
   EXPECT_EQ(see().lblMsg.text, "");
-  start();  // with the check at start
+  EXPECT_EQ(see().progress, 0);
+  // At the start a dead network is one quiet line.
+  window_.emplace(start_up({home(), "", shell_.now()}), home(), shell_);
   window_->jarl_server.url = "http://127.0.0.1:1/";
+  window_->load();
   ASSERT_EQ(shell_.background.size(), 2U);
+  EXPECT_EQ(see().lblMsg.text, "");
+  shell_.background[1]()();
+  EXPECT_EQ(shell_.messages.size(), 1U);
+  EXPECT_EQ(see().lblNotes.text, "JARL のリストの更新日付けを調べられませんでした");
 }
 
 TEST_F(MainWindowTest, ToolsRenewTheReferenceFiles) {

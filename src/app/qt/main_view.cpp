@@ -116,7 +116,10 @@ void MainView::widen_grids() {
 }
 
 void MainView::mirror_progress() {
-  progress_->setValue(static_cast<int>(commands_->controls.progress * progress_->maximum()));
+  constexpr int kSteps = 1000;
+  const double done = commands_->controls.progress;
+  progress_->setRange(0, done == kBusy ? 0 : kSteps);
+  if (done != kBusy) progress_->setValue(static_cast<int>(done * kSteps));
 }
 
 void MainView::closeEvent(QCloseEvent* event) {

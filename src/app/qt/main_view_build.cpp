@@ -151,7 +151,6 @@ QWidget* MainView::build_top() {
   progress_ = new QProgressBar;
   progress_->setObjectName("ProgressBar1");
   progress_->setAccessibleName("進み具合");
-  progress_->setRange(0, 1000);
   progress_->setTextVisible(false);
   progress_->setFixedHeight(10);
   files->addWidget(progress_, 3, 0, 1, 3);
