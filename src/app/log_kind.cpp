@@ -12,7 +12,7 @@ namespace {
 
 constexpr LogKindInfo kKinds[] = {
     {LogKind::kHamlogCsv, "csv", "Hamlog v5.00 以降の CSV", LogKindInfo::kH2l},
-    {LogKind::kHamlogHdb, "hdb", "Hamlog のデータベース", LogKindInfo::kNone},
+    {LogKind::kHamlogHdb, "hdb", "Hamlog のデータベース", LogKindInfo::kH2l, H2lSource::kHamlogHdb},
     {LogKind::kZlogAll, "z_all", "zLog の .ALL", LogKindInfo::kH2l, H2lSource::kZlogAll},
     {LogKind::kZlogZlo, "z_zlo", "zLog の .ZLO", LogKindInfo::kH2l, H2lSource::kZlogZlo},
     {LogKind::kAdif, "adi", "ADIF", LogKindInfo::kL2h},

@@ -15,7 +15,7 @@ struct LogKindInfo {
   LogKind kind;
   std::string_view name;                     // as on the command line: "csv", "hdb", ...
   std::string_view label;                    // for people
-  enum Input { kNone, kH2l, kL2h } input;    // of which conversions it is the input
+  enum Input { kH2l, kL2h } input;           // of which conversions it is the input
   H2lSource source = H2lSource::kHamlogCsv;  // for kH2l
 };
 

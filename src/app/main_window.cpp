@@ -59,7 +59,11 @@ MainWindow::MainWindow(StartUp start, fs::path folder, Shell& shell)
       modes({" No", " ADIF", "  CSV"}, kModeGridRows),
       shell_(shell),
       start_(std::move(start)),
-      folder_(std::move(folder)) {}
+      folder_(std::move(folder)) {
+  bind_library = [this](const fs::path& database) {
+    return bind_hamlog_library(folder_, database);
+  };
+}
 
 void MainWindow::command(std::string_view name) {
   const auto* const tool = std::ranges::find(kToolButtons, name, &ToolButton::key);

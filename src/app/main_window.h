@@ -21,6 +21,7 @@
 #include "convert/report.h"
 #include "convert/run.h"
 #include "editors/grid_editor.h"
+#include "hamlog/hamlog_library.h"
 #include "reference/jarl_lists.h"
 #include "rules/time_shift.h"
 #include "zlog/all_reader.h"
@@ -74,6 +75,8 @@ class MainWindow {
   RunContext context_for(double& bar);
 
   JarlServer jarl_server;  // where the league's lists stand
+  // How Hamlog's libraries are bound, when they are needed first.
+  std::function<std::unique_ptr<HamlogLibrary>(const std::filesystem::path& database)> bind_library;
   MainControls controls;
   GridEditor bands;  // MSFlexGrid1, Text1
   GridEditor modes;  // MSFlexGrid2, Text4
@@ -90,7 +93,7 @@ class MainWindow {
   void open_adif(const std::filesystem::path& file);
   void open_all(const std::filesystem::path& file);
   void open_zlo(const std::filesystem::path& file);
-  void refuse_hdb();
+  void open_database(const std::filesystem::path& file);
   void refuse_text_log(TextLogForm form);
   void set_files(const std::filesystem::path& input, LogKind kind, std::string_view extension);
   void show_zlog(std::string_view form, std::size_t contacts);
@@ -152,7 +155,8 @@ class MainWindow {
   std::optional<LogKind> kind_;  // of the input; nothing: none is chosen
   std::filesystem::path input_;
   std::filesystem::path output_;
-  std::filesystem::path edit_file_;  // what the editor opens
+  std::filesystem::path edit_file_;         // what the editor opens
+  std::unique_ptr<HamlogLibrary> library_;  // bound for input_
   TimeMode time_mode_ = TimeMode::kNone;
   L2hState l2h_state_;       // what one run leaves to the next
   ConversionReport report_;  // of the last run

@@ -82,12 +82,14 @@ void MainWindow::run_eqsl_command() {
 void MainWindow::run_to_adif(bool eqsl) {
   if (!controls.cmdH2L.enabled) return;
   convert([&](const RunContext& context) {
-    const H2lJob job{input_,
-                     output_,
-                     h2l_options(settings_),
-                     log_kind_info(*kind_).source,
-                     zlog_zone(settings_),
-                     file_in(folder_, "zlog_1.csv")};
+    H2lJob job;
+    job.input = input_;
+    job.output = output_;
+    job.options = h2l_options(settings_);
+    job.source = log_kind_info(*kind_).source;
+    job.library = library_.get();
+    job.zlog_zone = zlog_zone(settings_);
+    job.intermediate = file_in(folder_, "zlog_1.csv");
     return (eqsl ? run_eqsl : run_h2l)(job, tables_, call_tables(), context);
   });
 }

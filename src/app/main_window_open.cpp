@@ -4,6 +4,7 @@
 #include "app/main_window.h"
 #include "hamlog/adif_reader.h"
 #include "hamlog/hamlog_csv.h"
+#include "hamlog/hdb_reader.h"
 #include "text/error.h"
 #include "text/folder.h"
 #include "zlog/all_reader.h"
@@ -41,7 +42,7 @@ void MainWindow::open_file(const fs::path& file) {
 void MainWindow::open_as(LogKind kind, const fs::path& file) {
   switch (kind) {
     case LogKind::kHamlogHdb:
-      refuse_hdb();
+      open_database(file);
       break;
     case LogKind::kHamlogCsv:
       open_hamlog_csv(file);
@@ -59,18 +60,19 @@ void MainWindow::open_as(LogKind kind, const fs::path& file) {
 }
 
 void MainWindow::open_hdb() {
-  if (shell_.choose_file({"THW5 の Hamlog.hdb 形式ファイル *.hdb を開く",
-                          "THW5 Hamlog.hdb ﾌｧｲﾙ(*.hdb)",
-                          {"*.hdb"}})) {
-    refuse_hdb();
-  }
+  const auto file = shell_.choose_file(
+      {"THW5 の Hamlog.hdb 形式ファイル *.hdb を開く", "THW5 Hamlog.hdb ﾌｧｲﾙ(*.hdb)", {"*.hdb"}});
+  if (file) open_database(*file);
 }
 
-void MainWindow::refuse_hdb() {
-  tell(Shell::Icon::kInformation, "Hamlog.hdb",
-       "Hamlog.hdb を読むには Turbo HAMLOG の Hamlog50.dll "
-       "が要りますが、ここでは使えません。\r\n\r\n"
-       "Turbo HAMLOG で CSV に出力し、そのファイルを「開く *.csv」で開いて下さい。");
+void MainWindow::open_database(const fs::path& file) {
+  set_files(file, LogKind::kHamlogHdb, "adi");
+  library_ = bind_library(file);
+  show_input_count(count_hamlog_hdb(file, *library_));
+  controls.lblConv.text = "THW5 の Hamlog.hdb 形式ﾌｧｲﾙから";
+  controls.lblConv.text += kToAdif;
+  controls.frameFullWidth.text = " Rmks に全角が含まれていても Comment に転記する ";
+  enable_by_kind();
 }
 
 void MainWindow::open_csv() {

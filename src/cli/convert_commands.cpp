@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "convert/l2h.h"
 #include "hamlog/adif_reader.h"
 #include "hamlog/hamlog_csv.h"
+#include "hamlog/hdb_reader.h"
 #include "text/error.h"
 #include "text/input_file.h"
 #include "text/temporary_file.h"
@@ -97,13 +99,19 @@ int convert_h2l(Session& session) {
   const LogKind kind = input_kind(options, LogKindInfo::kH2l);
   const fs::path output =
       options.output.empty() ? output_path(options.input, "adi") : fs::path(options.output);
-  H2lJob job{options.input,
-             output,
-             h2l_options(session.settings()),
-             log_kind_info(kind).source,
-             zlog_zone(session.settings()),
-             options.keep_intermediate};
-  const bool from_zlog = job.source != H2lSource::kHamlogCsv;
+  H2lJob job;
+  job.input = options.input;
+  job.output = output;
+  job.options = h2l_options(session.settings());
+  job.source = log_kind_info(kind).source;
+  job.zlog_zone = zlog_zone(session.settings());
+  job.intermediate = options.keep_intermediate;
+  std::unique_ptr<HamlogLibrary> library;
+  if (kind == LogKind::kHamlogHdb) {
+    library = bind_hamlog_library(session.folder(), job.input);
+    job.library = library.get();
+  }
+  const bool from_zlog = is_zlog(job.source);
   if (!from_zlog && !options.keep_intermediate.empty()) {
     throw UsageError("--keep-intermediate は zLog のログのためのものです");
   }
@@ -174,6 +182,10 @@ int show_info(Session& session) {
     const AdifFileInfo adif = scan_adif(input);
     info.layout = adif.utf8 ? "UTF-8" : "Shift-JIS";
     info.contacts = adif.contacts;
+  }
+  if (*kind == LogKind::kHamlogHdb) {
+    const auto library = bind_hamlog_library(session.folder(), input);
+    info.contacts = count_hamlog_hdb(input, *library);
   }
   if (*kind == LogKind::kZlogAll) {
     refuse_foreign_all(input);

@@ -74,7 +74,7 @@ class Parser {
     sub->add_option("INPUT", o_.input, "入力ファイル")->required();
     sub->add_option("-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .adi)");
     sub->add_option("--kind", o_.kind,
-                    "入力の種類: csv、z_all、z_zlo (無ければ名前と一行目から判断)");
+                    "入力の種類: csv、hdb、z_all、z_zlo (無ければ名前と一行目から判断)");
     sub->add_option("--keep-intermediate", o_.keep_intermediate,
                     "zLog のログの中間ファイル (zlog_1.csv) を残す所");
   }

@@ -6,6 +6,7 @@
 #include "convert/intermediate_reader.h"
 #include "hamlog/adif_writer.h"
 #include "hamlog/hamlog_csv.h"
+#include "hamlog/hdb_reader.h"
 #include "text/error.h"
 #include "text/output_file.h"
 #include "zlog/all_reader.h"
@@ -15,7 +16,12 @@
 namespace tobarine {
 namespace {
 
-std::unique_ptr<ContactReader> open_hamlog(const H2lJob& job, AdifTarget target) {
+std::unique_ptr<ContactReader> open_hamlog(const H2lJob& job, AdifTarget target,
+                                           ConversionReport& report) {
+  if (job.source == H2lSource::kHamlogHdb) {
+    report.in_records = true;
+    return std::make_unique<HdbReader>(job.input, *job.library);
+  }
   refuse_old_layout(job.input);
   if (target == AdifTarget::kEqsl) return std::make_unique<HamlogRowReader>(job.input);
   return std::make_unique<HamlogLineReader>(job.input);
@@ -52,7 +58,8 @@ std::size_t convert_all(ContactReader& reader, H2lRules& rules, AdifWriter& writ
   std::size_t read = 0;
   try {
     while (reader.next(contact.record, report.findings)) {
-      context.tell(++read, reader.file().bytes_read(), reader.file().size());
+      const ContactReader::Done done = reader.done();
+      context.tell(++read, done.part, done.whole);
       if (!rules.apply(contact, reader.line(), report.findings)) continue;
       if (const std::size_t lacking = writer.write(contact); lacking > 0) {
         report.findings.add(FindingKind::kNotEncodable, reader.line(), contact.record.call,
@@ -72,10 +79,10 @@ ConversionReport run(const H2lJob& job, AdifTarget target, const ConversionTable
                      const CallTables& calls, const RunContext& context) {
   refuse_same_file(job.input, job.output);
   ConversionReport report;
-  const bool from_zlog = job.source != H2lSource::kHamlogCsv;
+  const bool from_zlog = is_zlog(job.source);
   std::unique_ptr<ContactReader> reader;
   try {
-    reader = from_zlog ? open_zlog(job, context, report) : open_hamlog(job, target);
+    reader = from_zlog ? open_zlog(job, context, report) : open_hamlog(job, target, report);
   } catch (const StopRequested&) {
     report.stopped_by = "中止しました。出力はまだ書いていません";
     return report;

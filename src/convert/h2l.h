@@ -7,16 +7,24 @@
 #include "convert/report.h"
 #include "convert/run.h"
 #include "hamlog/h2l_rules.h"
+#include "hamlog/hamlog_library.h"
 
 namespace tobarine {
 
-enum class H2lSource { kHamlogCsv, kZlogAll, kZlogZlo };
+enum class H2lSource { kHamlogCsv, kHamlogHdb, kZlogAll, kZlogZlo };
+
+// Whether a log is zLog's and takes the way over the intermediate file.
+inline bool is_zlog(H2lSource source) {
+  return source == H2lSource::kZlogAll || source == H2lSource::kZlogZlo;
+}
 
 struct H2lJob {
   std::filesystem::path input;
   std::filesystem::path output;
   H2lOptions options;
   H2lSource source = H2lSource::kHamlogCsv;
+
+  HamlogLibrary* library = nullptr;  // for Hamlog's database only; the caller's
 
   // For zLog's logs only.
   char zlog_zone = 'U';                // of the log's times: 'J' (JST) or 'U' (UTC)

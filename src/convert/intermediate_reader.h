@@ -42,7 +42,7 @@ class IntermediateReader : public ContactReader {
       : rows_(path), numbers_(std::move(numbers)) {}
   bool next(QsoRecord& record, FindingLog& findings) override;
   std::size_t line() const override { return number_; }
-  const InputFile& file() const override { return rows_.file(); }
+  Done done() const override { return done_of(rows_.file()); }
 
  private:
   CsvReader rows_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -20,8 +21,17 @@ class ContactReader {
   // line with too few columns, which ends the reading.
   virtual bool next(QsoRecord& record, FindingLog& findings) = 0;
 
-  virtual std::size_t line() const = 0;       // of the last contact in the user's log, from 1
-  virtual const InputFile& file() const = 0;  // for progress
+  virtual std::size_t line() const = 0;  // of the last contact in the user's log, from 1
+
+  // How far the reading is, in bytes or records.
+  struct Done {
+    std::uint64_t part;
+    std::uint64_t whole;
+  };
+  virtual Done done() const = 0;
+
+ protected:
+  static Done done_of(const InputFile& file) { return {file.bytes_read(), file.size()}; }
 };
 
 // Fills the source fields of the record from Hamlog's first fourteen columns (see hamlog_csv.h) and

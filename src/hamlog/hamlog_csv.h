@@ -36,7 +36,7 @@ class HamlogLineReader : public ContactReader {
   explicit HamlogLineReader(const std::filesystem::path& path) : lines_(path) {}
   bool next(QsoRecord& record, FindingLog& findings) override;
   std::size_t line() const override { return lines_.line(); }
-  const InputFile& file() const override { return lines_.file(); }
+  Done done() const override { return done_of(lines_.file()); }
 
  private:
   struct Split {
@@ -57,7 +57,7 @@ class HamlogRowReader : public ContactReader {
   explicit HamlogRowReader(const std::filesystem::path& path) : rows_(path) {}
   bool next(QsoRecord& record, FindingLog& findings) override;
   std::size_t line() const override { return rows_.line(); }
-  const InputFile& file() const override { return rows_.file(); }
+  Done done() const override { return done_of(rows_.file()); }
 
  private:
   CsvReader rows_;

@@ -69,6 +69,7 @@ constexpr KindText kKinds[] = {
     {FindingKind::kZlogFieldCut, "zlog-field-cut", "zLog のファイルの欄に入りきらない値"},
     {FindingKind::kZoneRead, "zone-read", "zLog の時刻の読み方"},
     {FindingKind::kZoneWritten, "zone-written", "時刻の書き方 (ファイルには記されません)"},
+    {FindingKind::kUnreadRecord, "unread-record", "読めなかったレコード"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

@@ -46,6 +46,7 @@ enum class FindingKind {
   kZlogFieldCut,
   kZoneRead,
   kZoneWritten,
+  kUnreadRecord,
   kCount
 };
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "app/test_shell.h"
+#include "hamlog/stand_in_library.h"
 #include "test_folder.h"
 #include "text/input_file.h"
 #include "text/strings.h"
@@ -143,6 +144,23 @@ TEST_F(MainWindowTest, OpensZlogLogs) {
   EXPECT_TRUE(see().OptionDX[1].checked && !see().OptionDX[0].checked);
   open("mnuOpen_csv", sample("hamlog.csv"));
   EXPECT_EQ(see().cmdH2L.text, "変換　H -> L");
+}
+
+TEST_F(MainWindowTest, OpensAHamlogDatabase) {
+  window_->bind_library = [](const fs::path&) {
+    auto library = std::make_unique<StandInLibrary>();
+    library->records.assign(3, std::vector<std::string>(14, "1"));
+    return library;
+  };
+  open("開 hdb", folder_.text("Hamlog.hdb", "x"));
+  EXPECT_EQ(shell_.asked[0].title, "THW5 の Hamlog.hdb 形式ファイル *.hdb を開く");
+  EXPECT_EQ(see().lblConv.text,
+            "THW5 の Hamlog.hdb 形式ﾌｧｲﾙから\r\n"
+            "Logger32 や eQSL.cc にて使用可能なADIF形式に変換します。 ");
+  EXPECT_EQ(see().lblIn.text, "入力数: 3 件");
+  EXPECT_EQ(can_convert(), "H");
+  window_->command("cmdeqsl");
+  EXPECT_EQ(see().lblInfo.text, "変換数: 3 件");
 }
 
 TEST_F(MainWindowTest, RefusesTextLogsOfAnotherForm) {

@@ -110,6 +110,9 @@ refused "one line of 100 MB" "$cli" eqsl long.csv
 refused "full disk" "$cli" --quiet h2l log.csv -o /dev/full
 refused "no such folder" "$cli" h2l log.csv -o none/out.adi
 refused "no home" "$cli" --home "$dir/none" h2l log.csv
+cp log.csv Hamlog.hdb
+refused "Hamlog's database" "$cli" h2l Hamlog.hdb
+check "Hamlog's database" 1 'CSV に出力' "$cli" info Hamlog.hdb
 refused "not a log" "$cli" h2l "$source/LICENSE"
 refused "wrong kind" "$cli" eqsl log.adi
 check "ADIF given to h2l" 0 'l2h で変換します' "$cli" h2l log.adi -o back.csv
