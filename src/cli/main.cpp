@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
   try {
     prepare_console();
     std::ios::sync_with_stdio(false);
-    const ParsedOptions parsed = parse_options(argc, argv);
+    const ParsedOptions parsed = parse_options(utf8_arguments(argc, argv));
     if (parsed.exit_status >= 0) return parsed.exit_status;
     const int status = run_command(parsed.options);
     std::cout.flush();

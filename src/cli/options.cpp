@@ -50,14 +50,16 @@ class Parser {
     add_jarl();
   }
 
-  ParsedOptions parse(int argc, char** argv) {
+  ParsedOptions parse(const std::vector<std::string>& arguments) {
+    std::vector<const char*> argv;
+    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
     try {
-      app_.parse(argc, argv);
+      app_.parse(static_cast<int>(argv.size()), argv.data());
     } catch (const CLI::ParseError& error) {
       const int status = app_.exit(error, std::cout, std::cerr);
       return {o_, status == 0 ? 0 : kWrongUse};
     }
-    o_.called_as = argv[0];
+    o_.called_as = arguments.front();
     return {o_, -1};
   }
 
@@ -133,8 +135,8 @@ class Parser {
 
 }  // namespace
 
-ParsedOptions parse_options(int argc, char** argv) {
-  return Parser().parse(argc, argv);
+ParsedOptions parse_options(const std::vector<std::string>& arguments) {
+  return Parser().parse(arguments);
 }
 
 }  // namespace tobarine

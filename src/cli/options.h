@@ -24,7 +24,7 @@ enum class Command {
 
 struct CliOptions {
   Command command = Command::kInfo;
-  const char* called_as = "";  // the program's name as it was called
+  std::string called_as;  // the program's name as it was called
   std::string home;
   std::string trace;
   std::vector<std::string> set;  // "KEY=VALUE"
@@ -47,6 +47,7 @@ struct ParsedOptions {
   int exit_status = -1;  // 0 or 2: everything is said, end with it; -1: go on
 };
 
-ParsedOptions parse_options(int argc, char** argv);
+// `arguments` in UTF-8, the program's name first.
+ParsedOptions parse_options(const std::vector<std::string>& arguments);
 
 }  // namespace tobarine

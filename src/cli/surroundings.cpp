@@ -6,6 +6,10 @@
 #ifdef _WIN32
 #include <io.h>
 #include <windows.h>
+// After windows.h:
+#include <shellapi.h>
+
+#include "text/error.h"
 #else
 #include <unistd.h>
 #endif
@@ -18,7 +22,7 @@ std::string environment(const char* name) {
   return value == nullptr ? "" : value;
 }
 
-std::filesystem::path executable_file(const char* called_as) {
+std::filesystem::path executable_file(const std::string& called_as) {
 #ifdef _WIN32
   static_cast<void>(called_as);
   std::wstring buffer(32768, L'\0');
@@ -33,7 +37,7 @@ std::filesystem::path executable_file(const char* called_as) {
 
 }  // namespace
 
-FolderHints folder_hints(const std::string& home, const char* called_as) {
+FolderHints folder_hints(const std::string& home, const std::string& called_as) {
   FolderHints hints;
   hints.home = home.empty() ? environment("TOBARINE_HOME") : home;
   hints.executable = executable_file(called_as);
@@ -42,6 +46,19 @@ FolderHints folder_hints(const std::string& home, const char* called_as) {
     hints.user_data = std::filesystem::path(environment("HOME")) / ".local" / "share";
   }
   return hints;
+}
+
+std::vector<std::string> utf8_arguments(int argc, char** argv) {
+#ifdef _WIN32
+  static_cast<void>(argv);
+  std::vector<std::string> arguments;
+  LPWSTR* const wide = CommandLineToArgvW(GetCommandLineW(), &argc);
+  for (int i = 0; i < argc; ++i) arguments.push_back(path_text(std::filesystem::path(wide[i])));
+  LocalFree(wide);
+  return arguments;
+#else
+  return {argv, argv + argc};
+#endif
 }
 
 bool stderr_is_terminal() {

@@ -3,6 +3,7 @@
 
 #include <ctime>
 #include <string>
+#include <vector>
 
 #include "app/program_folder.h"
 
@@ -10,7 +11,10 @@ namespace tobarine {
 
 // The executable, TOBARINE_HOME and the user's data folder; `home` is the --home option,
 // `called_as` the program's name as it was called.
-FolderHints folder_hints(const std::string& home, const char* called_as);
+FolderHints folder_hints(const std::string& home, const std::string& called_as);
+
+// The program's arguments in UTF-8, whatever the system's code page.
+std::vector<std::string> utf8_arguments(int argc, char** argv);
 
 bool stderr_is_terminal();
 
