@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "rules/version.h"
+#include "text/error.h"
 
 namespace tobarine {
 namespace {
@@ -17,11 +18,11 @@ class Parser {
     app_.fallthrough();
     app_.set_version_flag("--version", "Tobarine " + std::string(kVersion));
     app_.set_help_flag("-h,--help", "この説明を表示する");
-    app_.add_option("--home", o_.home, "プログラムフォルダー (環境変数 TOBARINE_HOME でも可)");
+    add_path(&app_, "--home", o_.home, "プログラムフォルダー (環境変数 TOBARINE_HOME でも可)");
     app_.add_option("--set", o_.set, "この実行だけの設定 KEY=VALUE (何度でも可)")
         ->take_all()
         ->expected(1);
-    app_.add_option("--trace", o_.trace, "トレースログを書くファイル");
+    add_path(&app_, "--trace", o_.trace, "トレースログを書くファイル");
     app_.add_flag("--report", o_.report, "変換の報告も表示する");
     app_.add_flag("--json", o_.json, "結果と報告を JSON で表示する");
     app_.add_flag("--quiet", o_.quiet, "何も表示しない (エラーを除く)");
@@ -31,8 +32,8 @@ class Parser {
                    Command::kEqsl);
     CLI::App* l2h =
         add(&app_, "l2h", "Logger32 や N1MM の ADIF を Hamlog の CSV に変換する", Command::kL2h);
-    l2h->add_option("INPUT", o_.input, "入力ファイル")->required();
-    l2h->add_option("-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .csv)");
+    add_path(l2h, "INPUT", o_.input, "入力ファイル")->required();
+    add_path(l2h, "-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .csv)");
     l2h->add_option("--time", o_.time,
                     "時刻の変換: none 変換なし、jst 全てJST、utc 全てUTC、"
                     "ja JA局はJST")
@@ -40,11 +41,11 @@ class Parser {
     CLI::App* zlog =
         add(&app_, "adif2zlog", "N1MM などの ADIF を zLog の .all、.zlo と CSV に変換する",
             Command::kAdifToZlog);
-    zlog->add_option("INPUT", o_.input, "入力ファイル")->required();
-    zlog->add_option("-o,--output", o_.output,
-                     "出力 BASE.all、BASE.zlo、BASE.csv の BASE (無ければ入力と同じ所)");
+    add_path(zlog, "INPUT", o_.input, "入力ファイル")->required();
+    add_path(zlog, "-o,--output", o_.output,
+             "出力 BASE.all、BASE.zlo、BASE.csv の BASE (無ければ入力と同じ所)");
     CLI::App* info = add(&app_, "info", "ファイルの種類と件数を表示する", Command::kInfo);
-    info->add_option("INPUT", o_.input, "ログのファイル")->required();
+    add_path(info, "INPUT", o_.input, "ログのファイル")->required();
     add_lookups();
     add_builders();
     add_jarl();
@@ -59,7 +60,7 @@ class Parser {
       const int status = app_.exit(error, std::cout, std::cerr);
       return {o_, status == 0 ? 0 : kWrongUse};
     }
-    o_.called_as = arguments.front();
+    o_.called_as = path_from_text(arguments.front());
     return {o_, -1};
   }
 
@@ -71,14 +72,20 @@ class Parser {
     return sub;
   }
 
+  static CLI::Option* add_path(CLI::App* app, const char* name, std::filesystem::path& path,
+                               const char* help) {
+    return app->add_option_function<std::string>(
+        name, [&path](const std::string& text) { path = path_from_text(text); }, help);
+  }
+
   void add_conversion(const char* name, const char* help, Command command) {
     CLI::App* sub = add(&app_, name, help, command);
-    sub->add_option("INPUT", o_.input, "入力ファイル")->required();
-    sub->add_option("-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .adi)");
+    add_path(sub, "INPUT", o_.input, "入力ファイル")->required();
+    add_path(sub, "-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .adi)");
     sub->add_option("--kind", o_.kind,
                     "入力の種類: csv、hdb、z_all、z_zlo (無ければ名前と一行目から判断)");
-    sub->add_option("--keep-intermediate", o_.keep_intermediate,
-                    "zLog のログの中間ファイル (zlog_1.csv) を残す所");
+    add_path(sub, "--keep-intermediate", o_.keep_intermediate,
+             "zLog のログの中間ファイル (zlog_1.csv) を残す所");
   }
 
   void add_lookups() {
@@ -104,19 +111,19 @@ class Parser {
     build->require_subcommand(1);
     build->fallthrough();
     CLI::App* dxcc = add(build, "dxcc", "cty.dat から dxcc_hl.dat を作る", Command::kBuildDxcc);
-    dxcc->add_option("CTY.DAT", o_.input, "cty.dat")->required();
-    dxcc->add_option("-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
+    add_path(dxcc, "CTY.DAT", o_.input, "cty.dat")->required();
+    add_path(dxcc, "-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
     CLI::App* jcc =
         add(build, "jcc", "JARL の三つのリストから JCC_JCG.mas を作る", Command::kBuildJcc);
-    jcc->add_option("--from", o_.input,
-                    "jcc-list.txt、jcg-list.txt、ku-list.txt のあるフォルダー "
-                    "(無ければプログラムフォルダー)");
-    jcc->add_option("-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
+    add_path(jcc, "--from", o_.input,
+             "jcc-list.txt、jcg-list.txt、ku-list.txt のあるフォルダー "
+             "(無ければプログラムフォルダー)");
+    add_path(jcc, "-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
     CLI::App* codes = add(build, "codes",
                           "Hamlog の CSV から Code を覚えて h2l_cty.mas と "
                           "l2h_cty.mas に書く",
                           Command::kBuildCodes);
-    codes->add_option("HAMLOG.csv", o_.input, "Hamlog の CSV")->required();
+    add_path(codes, "HAMLOG.csv", o_.input, "Hamlog の CSV")->required();
   }
 
   void add_jarl() {

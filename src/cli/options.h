@@ -1,6 +1,7 @@
 // The command line, parsed.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -24,19 +25,20 @@ enum class Command {
 
 struct CliOptions {
   Command command = Command::kInfo;
-  std::string called_as;  // the program's name as it was called
-  std::string home;
-  std::string trace;
+  std::filesystem::path called_as;  // the program's name as it was called
+  std::filesystem::path home;
+  std::filesystem::path trace;
   std::vector<std::string> set;  // "KEY=VALUE"
   bool report = false;
   bool json = false;
   bool quiet = false;
-  std::string input;
-  std::string output;
+  std::filesystem::path input;
+  std::filesystem::path output;
   std::string kind;
-  std::string keep_intermediate;  // where a zLog log's intermediate file goes; empty: nowhere
-  std::string time = "none";      // none, jst, utc, ja
-  std::string date;               // yyyymmdd
+  std::filesystem::path
+      keep_intermediate;      // where a zLog log's intermediate file goes; empty: nowhere
+  std::string time = "none";  // none, jst, utc, ja
+  std::string date;           // yyyymmdd
   std::vector<std::string> items;
   std::string url;    // of the JARL lists; empty: the league's own
   long timeout = 60;  // seconds

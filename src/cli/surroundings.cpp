@@ -17,12 +17,17 @@
 namespace tobarine {
 namespace {
 
-std::string environment(const char* name) {
-  const char* value = std::getenv(name);
+std::filesystem::path environment(const std::string& name) {
+#ifdef _WIN32
+  const wchar_t* const value = _wgetenv(std::wstring(name.begin(), name.end()).c_str());
+  return value == nullptr ? std::filesystem::path() : std::filesystem::path(value);
+#else
+  const char* const value = std::getenv(name.c_str());
   return value == nullptr ? "" : value;
+#endif
 }
 
-std::filesystem::path executable_file(const std::string& called_as) {
+std::filesystem::path executable_file(const std::filesystem::path& called_as) {
 #ifdef _WIN32
   static_cast<void>(called_as);
   std::wstring buffer(32768, L'\0');
@@ -37,13 +42,14 @@ std::filesystem::path executable_file(const std::string& called_as) {
 
 }  // namespace
 
-FolderHints folder_hints(const std::string& home, const std::string& called_as) {
+FolderHints folder_hints(const std::filesystem::path& home,
+                         const std::filesystem::path& called_as) {
   FolderHints hints;
   hints.home = home.empty() ? environment("TOBARINE_HOME") : home;
   hints.executable = executable_file(called_as);
   hints.user_data = environment("XDG_DATA_HOME");
   if (hints.user_data.empty() && !environment("HOME").empty()) {
-    hints.user_data = std::filesystem::path(environment("HOME")) / ".local" / "share";
+    hints.user_data = environment("HOME") / ".local" / "share";
   }
   return hints;
 }

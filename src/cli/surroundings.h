@@ -2,6 +2,7 @@
 #pragma once
 
 #include <ctime>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace tobarine {
 
 // The executable, TOBARINE_HOME and the user's data folder; `home` is the --home option,
 // `called_as` the program's name as it was called.
-FolderHints folder_hints(const std::string& home, const std::string& called_as);
+FolderHints folder_hints(const std::filesystem::path& home, const std::filesystem::path& called_as);
 
 // The program's arguments in UTF-8, whatever the system's code page.
 std::vector<std::string> utf8_arguments(int argc, char** argv);

@@ -19,7 +19,7 @@ struct CloseHandleOf {
 using Handle = std::unique_ptr<void, CloseHandleOf>;
 
 std::wstring wide(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())).wstring();
+  return path_from_text(utf8).wstring();
 }
 
 std::string reason_of(DWORD error) {

@@ -5,6 +5,10 @@
 
 namespace tobarine {
 
+std::filesystem::path path_from_text(std::string_view utf8) {
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
 std::string path_text(const std::filesystem::path& path) {
   const std::u8string text = path.u8string();
   return {text.begin(), text.end()};

@@ -40,8 +40,10 @@ class UsageError : public Error {
   using Error::Error;
 };
 
-// The path as UTF-8 text for messages.
+// The path as UTF-8 text for messages, and back; the system's own narrow texts may be in another code
+// page.
 std::string path_text(const std::filesystem::path& path);
+std::filesystem::path path_from_text(std::string_view utf8);
 
 // The system's reason for the failure of the last call (errno), in Japanese for the common ones.
 std::string system_reason(int error_number);

@@ -9,8 +9,7 @@
 namespace tobarine {
 
 std::filesystem::path file_in(const std::filesystem::path& folder, std::string_view name) {
-  std::filesystem::path exact =
-      folder / std::filesystem::path(std::u8string(name.begin(), name.end()));
+  std::filesystem::path exact = folder / path_from_text(name);
   std::error_code error;
   if (std::filesystem::exists(exact, error)) return exact;
   for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end;

@@ -1,0 +1,101 @@
+#!/bin/sh
+# Tries what build.sh has made under 32-bit Wine, in an i386 chroot of its own (needs root):
+# the command line gives the same bytes as on Linux, a database is read through stand-in libraries,
+# settings go to and fro between the program and the Windows profile calls, and the window opens
+# (build/windows/window.png).
+set -eu
+here=$(cd "$(dirname "$0")/../.." && pwd)
+. "$here/tools/set_up.sh"
+cache=${TOBARINE_CACHE:-$HOME/.cache/tobarine}
+root=$cache/wine
+made=$here/build/windows/Tobarine-5.29
+
+install_packages debootstrap g++-mingw-w64-i686-posix
+if [ ! -x "$root/usr/bin/wine" ]; then
+  say "Wine の chroot を作ります (初回だけ)"
+  mirror=$(sed -n 's/^URIs: *//p; s/^deb [^h]*\(http[^ ]*\).*/\1/p' /etc/apt/sources.list.d/*.sources \
+    /etc/apt/sources.list 2>/dev/null | head -n 1)
+  rm -rf "$root"
+  debootstrap --arch=i386 --variant=minbase bookworm "$root" "$mirror" >/dev/null
+  cp /etc/resolv.conf "$root/etc/"
+fi
+mount | grep -q " $root/proc " || mount -t proc proc "$root/proc"
+mount | grep -q " $root/dev " || mount --bind /dev "$root/dev"
+trap 'umount "$root/dev" "$root/proc"' EXIT
+inside() {
+  env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=ja_JP.UTF-8 WINEDEBUG=-all \
+    DEBIAN_FRONTEND=noninteractive chroot "$root" "$@"
+}
+if [ ! -x "$root/usr/bin/wine" ]; then
+  inside apt-get update -qq
+  inside apt-get install -y -qq --no-install-recommends wine wine32 xvfb xauth x11-apps xdotool \
+    imagemagick fonts-ipafont-gothic locales >/dev/null
+  echo 'ja_JP.UTF-8 UTF-8' >"$root/etc/locale.gen"
+  inside locale-gen >/dev/null
+fi
+
+# A folder with a blank and Japanese letters in its name.
+work=$root/check
+drive="Z:\\check\\ログ と表"
+rm -rf "$work"
+mkdir -p "$work/ログ と表"
+cp -r "$made/." "$work/ログ と表/"
+cp "$here"/samples/* "$work/ログ と表/"
+for library in Hamlog50 Thdll2Vb; do
+  i686-w64-mingw32-gcc-posix -shared -O2 -static -o "$work/ログ と表/$library.dll" \
+    "$here/tests/windows/stand_in_dll.c" "$here/tests/windows/$library.def"
+done
+i686-w64-mingw32-gcc-posix -O2 -static -o "$work/profile_calls.exe" \
+  "$here/tests/windows/profile_calls.c"
+
+failures=0
+check() {
+  what=$1
+  shift
+  if "$@"; then
+    say "良し: $what"
+  else
+    say "だめ: $what"
+    failures=$((failures + 1))
+  fi
+}
+cli() {
+  inside wine "$drive\\tobarine-cli.exe" "$@"
+}
+
+cli h2l "$drive\\hamlog.csv" -o "$drive\\out.adi" >"$work/h2l.txt" 2>&1 || true
+check "h2l gives the same bytes as on Linux" \
+  cmp -s "$work/ログ と表/out.adi" "$here/tests/data/sample_defaults.adi"
+cli l2h "$drive\\logger32.adi" -o "$drive\\out.csv" >"$work/l2h.txt" 2>&1 || true
+check "l2h gives the same bytes as on Linux" \
+  cmp -s "$work/ログ と表/out.csv" "$here/tests/data/logger32_defaults.csv"
+cli h2l "$drive\\contest.zlo" -o "$drive\\zlog.adi" --set Op_3=1 >"$work/zlog.txt" 2>&1 || true
+check "a zLog log gives the same bytes as on Linux" \
+  cmp -s "$work/ログ と表/zlog.adi" "$here/tests/data/contest.adi"
+
+# The sample's contacts as a database of the stand-in libraries.
+sed 's/^"//; s/"\r$//; s/","/\t/g' "$here/samples/hamlog.csv" | head -n 30 >"$work/ログ と表/Hamlog.hdb"
+head -n 30 "$here/samples/hamlog.csv" >"$work/ログ と表/same.csv"
+cli h2l "$drive\\Hamlog.hdb" -o "$drive\\hdb.adi" >"$work/hdb.txt" 2>&1 || true
+cli h2l "$drive\\same.csv" -o "$drive\\same.adi" >"$work/same.txt" 2>&1 || true
+check "a database is read through the libraries" \
+  cmp -s "$work/ログ と表/hdb.adi" "$work/ログ と表/same.adi"
+rm "$work/ログ と表/Thdll2Vb.dll"
+cli h2l "$drive\\Hamlog.hdb" -o "$drive\\hdb.adi" >"$work/missing.txt" 2>&1 || true
+check "a missing library is named" grep -q 'Thdll2Vb.dll がありません' "$work/missing.txt"
+
+say "窓を開きます"
+inside sh -c 'Xvfb :9 -screen 0 1366x768x24 >/dev/null 2>&1 & echo $! >/check/xvfb.pid; sleep 2
+  DISPLAY=:9 wine "Z:\\check\\ログ と表\\Tobarine.exe" "Z:\\check\\ログ と表\\hamlog.csv" &
+  sleep 20; DISPLAY=:9 import -window root /check/window.png
+  DISPLAY=:9 xdotool key ctrl+q; wineserver -k; kill "$(cat /check/xvfb.pid)"' >"$work/window.txt" 2>&1
+cp "$work/window.png" "$here/build/windows/window.png"
+check "the window has written its settings" test -s "$work/ログ と表/Tobarine.ini"
+value=$(inside wine 'Z:\check\profile_calls.exe' "$drive\\Tobarine.ini" Config was_moji | tr -d '\r')
+check "the profile calls read them" test "$value" = WAS=
+inside wine 'Z:\check\profile_calls.exe' "$drive\\Tobarine.ini" Config Chk_16 1
+cli h2l "$drive\\hamlog.csv" -o "$drive\\qth.adi" >"$work/qth.txt" 2>&1 || true
+check "and what they write is read" grep -q '<QTH:' "$work/ログ と表/qth.adi"
+
+[ "$failures" -eq 0 ] && say "すべて良し。窓は build/windows/window.png"
+exit "$failures"
