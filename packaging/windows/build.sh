@@ -3,6 +3,7 @@
 # (the window), tobarine-cli.exe and the program folder's files. Each program is one file that needs
 # no other.
 #   packaging/windows/build.sh            build/windows/Tobarine-5.29/ and the zip beside it
+#   packaging/windows/build.sh --cli      only tobarine-cli.exe, without Qt, into build/windows-cli/bin/
 # Qt is built once, from Debian's source package, into a cache folder (TOBARINE_CACHE, else
 # ~/.cache/tobarine): about 20 minutes on two cores.
 set -eu
@@ -10,6 +11,25 @@ here=$(cd "$(dirname "$0")/../.." && pwd)
 . "$here/tools/set_up.sh"
 cache=${TOBARINE_CACHE:-$HOME/.cache/tobarine}
 version=5.29
+
+headers=$here/build/windows-headers
+
+# The two header-only libraries by themselves: the folder they stand in holds this system's headers.
+link_headers() {
+  mkdir -p "$headers"
+  ln -sfn /usr/include/CLI "$headers/CLI"
+  ln -sfn /usr/include/nlohmann "$headers/nlohmann"
+}
+
+if [ "${1:-}" = --cli ]; then
+  install_packages g++-mingw-w64-i686-posix cmake ninja-build libcli11-dev nlohmann-json3-dev
+  link_headers
+  cmake -S "$here" -B "$here/build/windows-cli" -G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel \
+    -DCMAKE_TOOLCHAIN_FILE="$here/packaging/windows/mingw.cmake" -DTOBARINE_WERROR=ON \
+    -DTOBARINE_WINDOW=OFF -DTOBARINE_TESTS=OFF -DTOBARINE_HEADERS="$headers"
+  cmake --build "$here/build/windows-cli"
+  exit
+fi
 
 install_packages g++-mingw-w64-i686-posix mingw-w64-i686-dev cmake ninja-build libcli11-dev \
   nlohmann-json3-dev qt6-base-dev qt6-base-dev-tools dpkg-dev xz-utils zip ca-certificates
@@ -55,18 +75,11 @@ build_qt() {
   cmake --install "$cache/qt-build"
 }
 
-# The two header-only libraries by themselves: the folder they stand in holds this system's headers.
-link_headers() {
-  mkdir -p "$cache/headers"
-  ln -sfn /usr/include/CLI "$cache/headers/CLI"
-  ln -sfn /usr/include/nlohmann "$cache/headers/nlohmann"
-}
-
 build_programs() {
   say "Tobarine を Windows 用にビルドします"
   cmake -S "$here" -B "$here/build/windows-release" -G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel \
     -DCMAKE_TOOLCHAIN_FILE="$cache/qt/lib/cmake/Qt6/qt.toolchain.cmake" \
-    -DTOBARINE_HEADERS="$cache/headers" -DTOBARINE_TESTS=OFF \
+    -DTOBARINE_HEADERS="$headers" -DTOBARINE_TESTS=OFF \
     -DCMAKE_INTERPROCEDURAL_OPTIMIZATION=OFF
   cmake --build "$here/build/windows-release"
 }
@@ -82,6 +95,9 @@ bin=$here/build/windows-release/bin
 for program in Tobarine tobarine-cli; do
   i686-w64-mingw32-strip -o "$folder/$program.exe" "$bin/$program.exe"
 done
-cp "$here"/data/* "$here/LICENSE" "$folder/"
+cp "$here"/data/* "$here/LICENSE" "$here/packaging/windows/Qt.txt" "$folder/"
+for licence in LGPL-3 GPL-3; do
+  cp "/usr/share/common-licenses/$licence" "$folder/$licence.txt"
+done
 (cd "$here/build/windows" && zip -qr "Tobarine-$version.zip" "Tobarine-$version")
 say "できました: build/windows/Tobarine-$version.zip"

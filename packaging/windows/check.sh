@@ -21,7 +21,7 @@ if [ ! -x "$root/usr/bin/wine" ]; then
 fi
 mount | grep -q " $root/proc " || mount -t proc proc "$root/proc"
 mount | grep -q " $root/dev " || mount --bind /dev "$root/dev"
-trap 'umount "$root/dev" "$root/proc"' EXIT
+trap 'umount -l "$root/dev" "$root/proc"' EXIT
 inside() {
   env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=ja_JP.UTF-8 WINEDEBUG=-all \
     DEBIAN_FRONTEND=noninteractive chroot "$root" "$@"

@@ -12,6 +12,7 @@
 #include "app/program_folder.h"
 #include "app/qt/qt_shell.h"
 #include "text/error.h"
+#include "text/temporary_file.h"
 
 namespace {
 
@@ -45,8 +46,20 @@ std::filesystem::path program_folder() {
   }
 }
 
+// Settings, tables and the intermediate file go into the program folder.
+void need_writable(const std::filesystem::path& folder) {
+  try {
+    const TemporaryFile probe({folder}, "tobarine");
+  } catch (const FileError&) {
+    throw FileError(folder,
+                    "プログラムフォルダーに書き込めません。設定や変換テーブルを書くので、"
+                    "Tobarine をフォルダーごと、ドキュメントなど書き込める所に移して下さい");
+  }
+}
+
 int run() {
   const std::filesystem::path folder = program_folder();
+  need_writable(folder);
   QtShell shell;
   StartUp start = start_up({folder, qEnvironmentVariable("WINDIR").toStdString(), shell.now()});
   if (start.stop) {

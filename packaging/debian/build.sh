@@ -1,0 +1,10 @@
+#!/bin/sh
+# Makes the Debian package: build/release/package/tobarine_5.29_amd64.deb
+set -eu
+here=$(cd "$(dirname "$0")/../.." && pwd)
+. "$here/tools/set_up.sh"
+"$here/run" --build
+install_packages dpkg-dev file
+cd "$here/build/release"
+cpack >cpack.log 2>&1 || { cat cpack.log >&2; exit 1; }
+ls -l package/*.deb
