@@ -1,6 +1,25 @@
-# What ./run and ./test share; read by them, with $here set to the repository's folder.
+# What ./run, ./test and the packages' scripts share; read by them, with $here set to the repository's folder.
 
 say() { printf '== %s\n' "$*" >&2; }
+
+# check WHAT COMMAND...: runs the command and tells whether all is well; counts in $failures.
+failures=0
+check() {
+  what=$1
+  shift
+  if "$@"; then
+    say "良し: $what"
+  else
+    say "だめ: $what"
+    failures=$((failures + 1))
+  fi
+}
+
+# The address of the machine's own Debian mirror.
+debian_mirror() {
+  sed -n 's/^URIs: *//p; s/^deb [^h]*\(http[^ ]*\).*/\1/p' /etc/apt/sources.list.d/*.sources \
+    /etc/apt/sources.list 2>/dev/null | head -n 1
+}
 
 # Installs the Debian packages that are missing; asks for root only then.
 install_packages() {

@@ -8,10 +8,8 @@ deb=$(echo "$here"/build/release/package/*.deb)
 root=$(mktemp -d "${TMPDIR:-/tmp}/tobarine-deb-XXXXXX")
 
 install_packages debootstrap
-mirror=$(sed -n 's/^URIs: *//p; s/^deb [^h]*\(http[^ ]*\).*/\1/p' /etc/apt/sources.list.d/*.sources \
-  /etc/apt/sources.list 2>/dev/null | head -n 1)
 say "Debian 12 の chroot を作ります"
-debootstrap --variant=minbase bookworm "$root" "$mirror" >/dev/null
+debootstrap --variant=minbase bookworm "$root" "$(debian_mirror)" >/dev/null
 cp /etc/resolv.conf "$root/etc/"
 mount -t proc proc "$root/proc"
 trap 'umount "$root/proc"; rm -rf "$root"' EXIT
@@ -25,17 +23,6 @@ cp "$here/samples/hamlog.csv" "$root/home/me/"
 cp "$deb" "$root/tmp/"
 (cd "$root" && find etc opt usr var/lib -xdev ! -path 'var/lib/dpkg/*' ! -path 'var/lib/apt/*' | sort) \
   >"$root/tmp/before"
-failures=0
-check() {
-  what=$1
-  shift
-  if "$@"; then
-    say "良し: $what"
-  else
-    say "だめ: $what"
-    failures=$((failures + 1))
-  fi
-}
 check "installs" inside sh -c 'apt-get install -y -qq --no-install-recommends /tmp/*.deb >/dev/null 2>&1'
 check "converts" inside sh -c 'cd /home/me && tobarine-cli h2l hamlog.csv >/dev/null 2>&1'
 check "gives the bytes it should" cmp -s "$root/home/me/hamlog.adi" "$here/tests/data/sample_defaults.adi"

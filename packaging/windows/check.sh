@@ -13,10 +13,8 @@ made=$here/build/windows/Tobarine-5.29
 install_packages debootstrap g++-mingw-w64-i686-posix
 if [ ! -x "$root/usr/bin/wine" ]; then
   say "Wine の chroot を作ります (初回だけ)"
-  mirror=$(sed -n 's/^URIs: *//p; s/^deb [^h]*\(http[^ ]*\).*/\1/p' /etc/apt/sources.list.d/*.sources \
-    /etc/apt/sources.list 2>/dev/null | head -n 1)
   rm -rf "$root"
-  debootstrap --arch=i386 --variant=minbase bookworm "$root" "$mirror" >/dev/null
+  debootstrap --arch=i386 --variant=minbase bookworm "$root" "$(debian_mirror)" >/dev/null
   cp /etc/resolv.conf "$root/etc/"
 fi
 mount | grep -q " $root/proc " || mount -t proc proc "$root/proc"
@@ -47,18 +45,6 @@ for library in Hamlog50 Thdll2Vb; do
 done
 i686-w64-mingw32-gcc-posix -O2 -static -o "$work/profile_calls.exe" \
   "$here/tests/windows/profile_calls.c"
-
-failures=0
-check() {
-  what=$1
-  shift
-  if "$@"; then
-    say "良し: $what"
-  else
-    say "だめ: $what"
-    failures=$((failures + 1))
-  fi
-}
 cli() {
   inside wine "$drive\\tobarine-cli.exe" "$@"
 }
