@@ -12,7 +12,7 @@ say "Debian 12 の chroot を作ります"
 debootstrap --variant=minbase bookworm "$root" "$(debian_mirror)" >/dev/null
 cp /etc/resolv.conf "$root/etc/"
 mount -t proc proc "$root/proc"
-trap 'umount "$root/proc"; rm -rf "$root"' EXIT
+trap 'umount "$root/proc"; rm -rf --one-file-system "$root"' EXIT
 inside() {
   env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/home/me DEBIAN_FRONTEND=noninteractive \
     chroot "$root" "$@"

@@ -13,7 +13,8 @@ made=$here/build/windows/Tobarine-5.29
 install_packages debootstrap g++-mingw-w64-i686-posix
 if [ ! -x "$root/usr/bin/wine" ]; then
   say "Wine の chroot を作ります (初回だけ)"
-  rm -rf "$root"
+  umount -l "$root/dev" "$root/proc" 2>/dev/null || true
+  rm -rf --one-file-system "$root"
   debootstrap --arch=i386 --variant=minbase bookworm "$root" "$(debian_mirror)" >/dev/null
   cp /etc/resolv.conf "$root/etc/"
 fi

@@ -53,6 +53,7 @@ class Parser {
 
   ParsedOptions parse(const std::vector<std::string>& arguments) {
     std::vector<const char*> argv;
+    argv.reserve(arguments.size());
     for (const std::string& argument : arguments) argv.push_back(argument.c_str());
     try {
       app_.parse(static_cast<int>(argv.size()), argv.data());

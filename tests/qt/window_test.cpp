@@ -334,7 +334,9 @@ TEST_F(WindowTest, TheViewerScrollsFindsAndGoesToALine) {
   EXPECT_EQ(list->currentIndex().row(), 449);
   viewer->findChildren<QPushButton*>()[1]->click();  // backwards
   EXPECT_EQ(list->currentIndex().row(), 44);
-  viewer->close();
+  QTest::keyClick(viewer, Qt::Key_Escape);  // first the bar, then the window
+  EXPECT_TRUE(viewer->isVisible() && !wanted->isVisible());
+  QTest::keyClick(viewer, Qt::Key_Escape);
   shell_->open_viewer(folder_.text("wide.txt", std::string(2000, 'x') + "\n"), 0);
   viewer = other_window<ViewerView>("frmDisp2");
   EXPECT_GT(viewer->findChild<QListView*>("List1")->horizontalScrollBar()->maximum(), 0);

@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QMenuBar>
 #include <QPainter>
+#include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
@@ -133,7 +134,10 @@ ViewerView::ViewerView(const std::filesystem::path& file) : list_(new LineList(t
   setCentralWidget(content);
   QAction* const back = menuBar()->addAction("[ 戻る ]", this, &QWidget::close);
   back->setObjectName("mnuBack");
-  back->setShortcut(Qt::Key_Escape);
+  const auto* const escape = new QShortcut(Qt::Key_Escape, this);
+  connect(escape, &QShortcut::activated, this, [this, find_bar] {
+    if (!find_bar->close_bar()) close();
+  });
   menuBar()->addAction("[ 検索 ]", QKeySequence::Find, find_bar, &FindBar::open);
   resize_within_screen(*this, {820, 560});
 }

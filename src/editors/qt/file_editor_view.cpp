@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QShortcut>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
@@ -41,6 +42,8 @@ FileEditorView::FileEditorView(const std::filesystem::path& file)
   setCentralWidget(content);
   add_menus();
   menuBar()->addAction("[ 検索 ]", QKeySequence::Find, find, &FindBar::open);
+  const auto* const escape = new QShortcut(Qt::Key_Escape, this);
+  connect(escape, &QShortcut::activated, find, &FindBar::close_bar);
   resize_within_screen(*this, {820, 560});
 }
 

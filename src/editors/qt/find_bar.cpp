@@ -1,7 +1,6 @@
 #include "editors/qt/find_bar.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <utility>
@@ -41,13 +40,10 @@ void FindBar::look(bool backwards) {
   text_->setToolTip(found ? "" : "見つかりません");
 }
 
-void FindBar::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Escape) {
-    QWidget::keyPressEvent(event);
-    return;
-  }
+bool FindBar::close_bar() {
+  if (!isVisible()) return false;
   hide();
-  if (parentWidget() != nullptr) parentWidget()->setFocus();
+  return true;
 }
 
 }  // namespace tobarine

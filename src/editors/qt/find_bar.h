@@ -12,10 +12,8 @@ class FindBar : public QWidget {
   // `find(text, backwards)` looks for the text from where the user is; false: there is none.
   FindBar(std::function<bool(const QString&, bool)> find, QWidget* parent);
 
-  void open();  // shows the bar and takes the focus
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;  // Escape closes
+  void open();       // shows the bar and takes the focus
+  bool close_bar();  // for the window's Escape key; false: it was not open
 
  private:
   void look(bool backwards);
