@@ -3,7 +3,8 @@
 # (the window), tobarine-cli.exe and the program folder's files. Each program is one file that needs
 # no other.
 #   packaging/windows/build.sh            build/windows/Tobarine-5.29/ and the zip beside it
-#   packaging/windows/build.sh --cli      only tobarine-cli.exe, without Qt, into build/windows-cli/bin/
+#   packaging/windows/build.sh --cli      only tobarine-cli.exe and the tests, without Qt, into
+#                                        build/windows-cli/
 # Qt is built once, from Debian's source package, into a cache folder (TOBARINE_CACHE, else
 # ~/.cache/tobarine): about 20 minutes on two cores.
 set -eu
@@ -22,11 +23,12 @@ link_headers() {
 }
 
 if [ "${1:-}" = --cli ]; then
-  install_packages g++-mingw-w64-i686-posix cmake ninja-build libcli11-dev nlohmann-json3-dev
+  install_packages g++-mingw-w64-i686-posix cmake ninja-build libcli11-dev nlohmann-json3-dev \
+    libgtest-dev python3
   link_headers
   cmake -S "$here" -B "$here/build/windows-cli" -G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel \
     -DCMAKE_TOOLCHAIN_FILE="$here/packaging/windows/mingw.cmake" -DTOBARINE_WERROR=ON \
-    -DTOBARINE_WINDOW=OFF -DTOBARINE_TESTS=OFF -DTOBARINE_HEADERS="$headers"
+    -DTOBARINE_WINDOW=OFF -DTOBARINE_HEADERS="$headers"
   cmake --build "$here/build/windows-cli"
   exit
 fi

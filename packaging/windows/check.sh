@@ -60,6 +60,11 @@ cli h2l "$drive\\contest.zlo" -o "$drive\\zlog.adi" --set Op_3=1 >"$work/zlog.tx
 check "a zLog log gives the same bytes as on Linux" \
   cmp -s "$work/ログ と表/zlog.adi" "$here/tests/data/contest.adi"
 
+# A name outside the code page.
+cp "$here/samples/hamlog.csv" "$work/ログ と表/한글.csv"
+cli h2l "$drive\\한글.csv" -o "$drive\\글.adi" >"$work/hangul.txt" 2>&1 || true
+check "names outside the code page" cmp -s "$work/ログ と表/글.adi" "$here/tests/data/sample_defaults.adi"
+
 # The sample's contacts as a database of the stand-in libraries.
 sed 's/^"//; s/"\r$//; s/","/\t/g' "$here/samples/hamlog.csv" | head -n 30 >"$work/ログ と表/Hamlog.hdb"
 head -n 30 "$here/samples/hamlog.csv" >"$work/ログ と表/same.csv"
@@ -67,6 +72,9 @@ cli h2l "$drive\\Hamlog.hdb" -o "$drive\\hdb.adi" >"$work/hdb.txt" 2>&1 || true
 cli h2l "$drive\\same.csv" -o "$drive\\same.adi" >"$work/same.txt" 2>&1 || true
 check "a database is read through the libraries" \
   cmp -s "$work/ログ と表/hdb.adi" "$work/ログ と表/same.adi"
+cp "$work/ログ と表/Hamlog.hdb" "$work/ログ と表/한글.hdb"
+cli h2l "$drive\\한글.hdb" -o "$drive\\x.adi" >"$work/hangul_hdb.txt" 2>&1 || true
+check "a database whose name the libraries cannot take" grep -q '扱えない文字' "$work/hangul_hdb.txt"
 rm "$work/ログ と表/Thdll2Vb.dll"
 cli h2l "$drive\\Hamlog.hdb" -o "$drive\\hdb.adi" >"$work/missing.txt" 2>&1 || true
 check "a missing library is named" grep -q 'Thdll2Vb.dll がありません' "$work/missing.txt"

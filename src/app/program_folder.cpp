@@ -50,9 +50,10 @@ fs::path make_user_copy(const ProgramFolder& folder) {
   if (!folder.user_copy) return folder.path;
   std::error_code error;
   fs::create_directories(*folder.user_copy, error);
-  if (!error) {
-    fs::copy(folder.path, *folder.user_copy,
-             fs::copy_options::recursive | fs::copy_options::skip_existing, error);
+  for (const auto& entry : fs::directory_iterator(folder.path, error)) {
+    const fs::path copy = *folder.user_copy / entry.path().filename();
+    if (error || fs::exists(copy, error)) continue;
+    fs::copy_file(entry.path(), copy, error);
   }
   if (error) throw FileError(*folder.user_copy, "作れません: " + system_reason(error.value()));
   return *folder.user_copy;

@@ -59,8 +59,7 @@ CodeVerdict CodeLearner::judge(const std::string& code, const Votes& votes) cons
     verdict.agreeing = count;
     verdict.entity = analysis_.entities().by_number(number);
   }
-  const bool clear =
-      static_cast<double>(verdict.agreeing) >= kClearMajority * static_cast<double>(votes.contacts);
+  const bool clear = verdict.agreeing * 100 >= kClearMajorityPercent * votes.contacts;
   if (verdict.entity != nullptr && clear && votes.contacts >= kFewestContacts) {
     verdict.kind = CodeVerdict::Kind::kLearned;
   }

@@ -32,7 +32,7 @@ struct CodeVerdict {
 class CodeLearner {
  public:
   static constexpr std::size_t kFewestContacts = 2;
-  static constexpr double kClearMajority = 0.9;
+  static constexpr std::size_t kClearMajorityPercent = 90;
 
   explicit CodeLearner(const CallAnalysis& analysis) : analysis_(analysis) {}
 

@@ -25,6 +25,7 @@ class TestShell : public Shell {
   std::tm now() override {
     std::tm time{};
     time.tm_year = 2026 - 1900;
+    time.tm_mday = 1;
     return time;
   }
   void mirror() override { ++mirrored; }
