@@ -79,6 +79,14 @@ rm "$work/ログ と表/Thdll2Vb.dll"
 cli h2l "$drive\\Hamlog.hdb" -o "$drive\\hdb.adi" >"$work/missing.txt" 2>&1 || true
 check "a missing library is named" grep -q 'Thdll2Vb.dll がありません' "$work/missing.txt"
 
+# The tests know where the repository stands; its drive letter is that of the chroot's root.
+"$here/packaging/windows/build.sh" --cli >"$work/build.txt" 2>&1
+mkdir -p "$root$here/tests"
+cp -r "$here/data" "$here/samples" "$root$here/"
+cp -r "$here/tests/data" "$root$here/tests/"
+cp "$here/build/windows-cli/tests/tobarine_tests.exe" "$work/"
+check "the tests pass" inside sh -c 'cd /check && wine tobarine_tests.exe >tests.txt 2>&1'
+
 say "窓を開きます"
 inside sh -c 'Xvfb :9 -screen 0 1366x768x24 >/dev/null 2>&1 & echo $! >/check/xvfb.pid; sleep 2
   DISPLAY=:9 wine "Z:\\check\\ログ と表\\Tobarine.exe" "Z:\\check\\ログ と表\\hamlog.csv" &

@@ -35,8 +35,8 @@ TEST_F(StartUpTest, TheFirstStartWritesSettingsAndTracesThem) {
   EXPECT_EQ(start.missing_flag, "0");
   EXPECT_EQ(start.drive, start.folder.substr(0, 3));
   const std::string settings = TestFolder::bytes_of(folder_ / "Tobarine.ini");
-  EXPECT_EQ(log(), "Tobarine_log.txt\r\nstrPath : " + folder_.path().string() +
-                       "/\r\nwin_dir : C:\\WINDOWS\r\nini_write_new:\r\n" + settings +
+  EXPECT_EQ(log(), "Tobarine_log.txt\r\nstrPath : " + folder_text(folder_.path()) +
+                       "\r\nwin_dir : C:\\WINDOWS\r\nini_write_new:\r\n" + settings +
                        "Tobarine.Show\r\n");
 }
 
@@ -68,7 +68,7 @@ TEST_F(StartUpTest, MissingFilesStopTheStart) {
   const StartUp start = start_up(input_);
   ASSERT_TRUE(start.stop);
   EXPECT_EQ(start.missing_flag, "1");
-  const std::string path = folder_.path().string() + "/";
+  const std::string path = folder_text(folder_.path());
   EXPECT_EQ(start.stop->text,
             path + "dxcc_mas.txt\r\n\r\n" + path + "mode_tbl.ini\r\n\r\n\r\n" +
                 "一旦、終了しますので、不足ファイルをコピー後に再度起動して下さい");
