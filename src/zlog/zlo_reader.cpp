@@ -70,11 +70,12 @@ void set_code(unsigned code, std::span<const std::string_view> texts, std::strin
   oddity.append(std::to_string(code)).append(" (前の交信の「").append(text).append("」とした)");
 }
 
-// Whether the lengths of the header's two texts can be such: written lengths may be twice those of
-// the texts.
-bool can_be_header(const zlo::Record& header) {
-  return header[zlo::kCall.length_at] <= 2 * zlo::kCall.size &&
-         header[zlo::kContestName.length_at] <= 2 * zlo::kContestName.size;
+// Whether a text can be one: its length at most twice its area, as lengths are written now and
+// then, and no control characters in it.
+bool is_text(const zlo::Record& record, zlo::Area area) {
+  const auto plain = [](char c) { return static_cast<unsigned char>(c) >= ' '; };
+  return record[area.length_at] <= 2 * area.size &&
+         std::ranges::all_of(zlo::text_bytes(record, area), plain);
 }
 
 }  // namespace
@@ -89,11 +90,15 @@ void refuse_foreign_zlo(const std::filesystem::path& path) {
     throw FileError(path, file.bytes_read() == 0 ? "空のファイルです"
                                                  : "短すぎます (256 バイトの記録が一つもない)");
   }
-  if (can_be_header(record)) return;
-  while (read()) {
-    if (decode_time(zlo::read_64(record, zlo::kTime))) return;
+  if (is_text(record, zlo::kCall) && is_text(record, zlo::kContestName)) return;
+  constexpr std::size_t kOneInTen = 10;
+  std::size_t contacts = 0;
+  std::size_t with_time = 0;
+  for (; read(); ++contacts) {
+    if (decode_time(zlo::read_64(record, zlo::kTime))) ++with_time;
   }
-  throw FileError(path, "zLog の .ZLO ではありません (交信の日時が一つもない)");
+  if (with_time > 0 && with_time * kOneInTen >= contacts) return;
+  throw FileError(path, "zLog の .ZLO ではありません (交信の日時がほとんど無い)");
 }
 
 ZloReader::ZloReader(const std::filesystem::path& path)

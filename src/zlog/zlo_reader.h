@@ -11,7 +11,7 @@
 namespace tobarine {
 
 // Throws FileError when the file is no .ZLO: shorter than a record, or with a header that cannot be
-// one and no contact whose time can be one.
+// one and hardly a contact whose time can be one.
 void refuse_foreign_zlo(const std::filesystem::path& path);
 
 class ZloReader : public ZlogReader {
