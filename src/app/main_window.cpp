@@ -19,6 +19,12 @@ constexpr std::size_t kBandGridRows = 20;
 constexpr std::size_t kModeGridRows = 30;
 constexpr std::string_view kNeverFetched = "受信履歴無し";
 
+// The settings behind Check1 to Check14; the other two are texts.
+constexpr std::int16_t Settings::*kNumberedChecks[] = {
+    &Settings::Chk_1,  &Settings::Chk_2,  &Settings::Chk_3,  &Settings::Chk_4, &Settings::Chk_5,
+    &Settings::Chk_6,  &Settings::Chk_7,  &Settings::Chk_8,  &Settings::Chk_9, &Settings::Chk_10,
+    &Settings::Chk_11, &Settings::Chk_12, &Settings::Chk_13, &Settings::Chk_14};
+
 // Of the buttons of a group the chosen one only is checked.
 void select(std::span<Control> options, int index) {
   for (std::size_t i = 0; i < options.size(); ++i) {
@@ -72,7 +78,7 @@ void MainWindow::command(std::string_view name) {
   if (found == std::end(kCommands) || running_) return;
   try {
     (this->*found->run)();
-  } catch (const Error& error) {
+  } catch (const std::exception& error) {
     tell(Shell::Icon::kCritical, "Tobarine", error.what());
   }
   shell_.mirror();
@@ -87,7 +93,11 @@ void MainWindow::tell(Shell::Icon icon, std::string_view title, std::string_view
 }
 
 void MainWindow::save_settings() {
-  write_settings(settings_, file_in(folder_, kSettingsFile));
+  try {
+    write_settings(settings_, file_in(folder_, kSettingsFile));
+  } catch (const Error& error) {
+    tell(Shell::Icon::kCritical, "Tobarine", error.what());
+  }
 }
 
 void MainWindow::load() {
@@ -122,12 +132,8 @@ void MainWindow::load() {
 }
 
 void MainWindow::show_settings() {
-  const std::int16_t numbers[] = {
-      settings_.Chk_1,  settings_.Chk_2,  settings_.Chk_3,  settings_.Chk_4, settings_.Chk_5,
-      settings_.Chk_6,  settings_.Chk_7,  settings_.Chk_8,  settings_.Chk_9, settings_.Chk_10,
-      settings_.Chk_11, settings_.Chk_12, settings_.Chk_13, settings_.Chk_14};
-  for (std::size_t i = 0; i < std::size(numbers); ++i) {
-    controls.Check[i + 1].checked = numbers[i] == 1;
+  for (std::size_t i = 0; i < std::size(kNumberedChecks); ++i) {
+    controls.Check[i + 1].checked = settings_.*kNumberedChecks[i] == 1;
   }
   controls.Check[15].checked = settings_.Chk_15 == "1";
   controls.Check[16].checked = settings_.Chk_16 == "1";
@@ -155,14 +161,10 @@ void MainWindow::colour_options() {
 }
 
 void MainWindow::check(std::size_t number, bool checked) {
-  std::int16_t Settings::*const numbers[] = {
-      &Settings::Chk_1,  &Settings::Chk_2,  &Settings::Chk_3,  &Settings::Chk_4, &Settings::Chk_5,
-      &Settings::Chk_6,  &Settings::Chk_7,  &Settings::Chk_8,  &Settings::Chk_9, &Settings::Chk_10,
-      &Settings::Chk_11, &Settings::Chk_12, &Settings::Chk_13, &Settings::Chk_14};
   if (number == 0 || number >= controls.Check.size()) return;
   controls.Check[number].checked = checked;
-  if (number <= std::size(numbers)) {
-    settings_.*numbers[number - 1] = checked ? 1 : 0;
+  if (number <= std::size(kNumberedChecks)) {
+    settings_.*kNumberedChecks[number - 1] = checked ? 1 : 0;
   } else {
     (number == 15 ? settings_.Chk_15 : settings_.Chk_16) = checked ? "1" : "0";
   }
@@ -183,18 +185,18 @@ void MainWindow::set_year_from_system() {
   controls.txtYYYY.read_only = true;
 }
 
-void MainWindow::show_time_mode() {
-  time_mode_ = set_time_mode(settings_.Op_1, kind_ == LogKind::kAdif);
-  const TimeModeExplanation explanation = explain_time_mode(time_mode_);
+TimeMode MainWindow::show_time_mode() {
+  const TimeMode mode = set_time_mode(settings_.Op_1, kind_ == LogKind::kAdif);
+  const TimeModeExplanation explanation = explain_time_mode(mode);
   controls.lblJ2U[0].text = explanation.first_line;
   controls.lblJ2U[1].text = explanation.second_line;
+  return mode;
 }
 
 void MainWindow::select_option1(std::size_t index) {
   settings_.Op_1 = static_cast<std::int16_t>(index);
   select(controls.Option1, settings_.Op_1);
-  show_time_mode();
-  settings_.utc_jst_str = time_mode_keyword(time_mode_);
+  settings_.utc_jst_str = time_mode_keyword(show_time_mode());
   colour_options();
   save_settings();
   shell_.mirror();
@@ -289,15 +291,7 @@ void MainWindow::show_edit_help() {
 void MainWindow::exit() {
   bands.grid_focused();  // what is being typed counts
   modes.grid_focused();
-  // Each step is tried, whatever became of the one before it.
-  const auto attempt = [this](const std::function<void()>& step) {
-    try {
-      step();
-    } catch (const Error& error) {
-      tell(Shell::Icon::kCritical, "Tobarine", error.what());
-    }
-  };
-  attempt([this] { save_settings(); });
+  save_settings();
   std::error_code error;
   std::vector<fs::path> indexes;
   for (const auto& entry : fs::directory_iterator(folder_, error)) {
@@ -305,7 +299,11 @@ void MainWindow::exit() {
     if (index && entry.is_regular_file(error)) indexes.push_back(entry.path());
   }
   for (const fs::path& index : indexes) fs::remove(index, error);
-  attempt([this] { save_grids(); });
+  try {
+    save_grids();
+  } catch (const Error& failure) {
+    tell(Shell::Icon::kCritical, "Tobarine", failure.what());
+  }
   shell_.quit();
 }
 

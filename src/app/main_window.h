@@ -64,11 +64,10 @@ class MainWindow {
 
   // For the other windows: they share settings, tables and the run's state.
   Settings& shared_settings() { return settings_; }
-  void save_settings();
+  void save_settings();  // a failure is shown to the user
   const ConversionTables& conversion_tables() const { return tables_; }
   const CallTables& call_tables();    // loaded at the first call
   const PlaceTables& place_tables();  // loaded at the first call
-  L2hState& l2h_state() { return l2h_state_; }
   void set_edit_file(std::filesystem::path file) { edit_file_ = std::move(file); }
 
   // For a run whose progress goes to `bar`; the user may stop it.
@@ -128,7 +127,7 @@ class MainWindow {
   // The rest.
   void show_settings();
   void colour_options();
-  void show_time_mode();
+  TimeMode show_time_mode();
   void set_year_from_system();
   void clear_was();
   void fill_grids();
@@ -157,9 +156,8 @@ class MainWindow {
   std::filesystem::path output_;
   std::filesystem::path edit_file_;         // what the editor opens
   std::unique_ptr<HamlogLibrary> library_;  // bound for input_
-  TimeMode time_mode_ = TimeMode::kNone;
-  L2hState l2h_state_;       // what one run leaves to the next
-  ConversionReport report_;  // of the last run
+  L2hState l2h_state_;                      // what one run leaves to the next
+  ConversionReport report_;                 // of the last run
   bool running_ = false;
 };
 

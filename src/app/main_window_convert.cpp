@@ -9,22 +9,26 @@
 
 namespace tobarine {
 
-const CallTables& MainWindow::call_tables() {
-  if (!call_tables_) {
-    auto tables = std::make_unique<CallTables>();
-    tables->load(folder_);
-    call_tables_ = std::move(tables);
+namespace {
+
+// The tables, loaded now if they are not there yet.
+template <typename Tables>
+const Tables& loaded(std::unique_ptr<Tables>& kept, const std::filesystem::path& folder) {
+  if (!kept) {
+    auto tables = std::make_unique<Tables>();
+    tables->load(folder);
+    kept = std::move(tables);
   }
-  return *call_tables_;
+  return *kept;
 }
 
+}  // namespace
+
+const CallTables& MainWindow::call_tables() {
+  return loaded(call_tables_, folder_);
+}
 const PlaceTables& MainWindow::place_tables() {
-  if (!place_tables_) {
-    auto tables = std::make_unique<PlaceTables>();
-    tables->load(folder_);
-    place_tables_ = std::move(tables);
-  }
-  return *place_tables_;
+  return loaded(place_tables_, folder_);
 }
 
 RunContext MainWindow::context_for(double& bar) {

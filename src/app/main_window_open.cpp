@@ -33,7 +33,7 @@ void MainWindow::open_file(const fs::path& file) {
     const auto kind = recognise_log(file, first_line);
     if (!kind) throw FileError(file, "ログのファイルではないようです");
     open_as(*kind, file);
-  } catch (const Error& error) {
+  } catch (const std::exception& error) {
     tell(Shell::Icon::kCritical, "Tobarine", error.what());
   }
   shell_.mirror();

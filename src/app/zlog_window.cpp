@@ -61,6 +61,7 @@ void ZlogWindow::tell(const std::string& text) {
 }
 
 void ZlogWindow::load() {
+  main_.save_settings();  // what the main window has not written yet must not be lost
   main_.shared_settings() = read_settings(file_in(main_.folder(), kSettingsFile));
   show_settings();
   shell_.mirror();
@@ -155,7 +156,7 @@ void ZlogWindow::convert() {
     if (report_.stopped_by) controls.lblMsg.colour = Colour::kLightRed;
     controls.lblNotes.text = report_text(report_);
     if (report_.stopped_by) tell(*report_.stopped_by);
-  } catch (const Error& error) {
+  } catch (const std::exception& error) {
     tell(error.what());
   }
   main_.set_running(false);
@@ -171,7 +172,11 @@ void ZlogWindow::edit(std::string_view extension) {
   fs::path file = base_;
   file += extension;
   main_.set_edit_file(file);
-  shell_.open_editor(file);
+  try {
+    shell_.open_editor(file);
+  } catch (const Error& error) {
+    tell(error.what());  // an empty file, for one
+  }
 }
 
 void ZlogWindow::edit_csv() {

@@ -27,8 +27,7 @@ struct ZlogControls {
   Control mnuCSV, mnuALL, mnuBack;
 };
 
-inline constexpr std::array<std::size_t, 9> kZlogChecks = {1, 2, 4, 5, 7, 8, 10, 11, 12};
-inline constexpr std::size_t kZlogIotaCheck = 13;
+inline constexpr std::array<std::size_t, 10> kZlogChecks = {1, 2, 4, 5, 7, 8, 10, 11, 12, 13};
 inline constexpr std::array<std::string_view, 4> kZlogCombos = {"Combo10", "Combo11", "Combo12",
                                                                 "Combo13"};
 
@@ -36,7 +35,6 @@ inline constexpr std::array<std::string_view, 4> kZlogCombos = {"Combo10", "Comb
 template <typename Controls, typename Visit>
 void for_each_zlog_control(Controls& c, Visit visit) {
   for (const std::size_t i : kZlogChecks) visit("Check" + std::to_string(i), c.Check[i]);
-  visit("Check" + std::to_string(kZlogIotaCheck), c.Check[kZlogIotaCheck]);
   for (std::size_t i = 0; i < c.Option2.size(); ++i) {
     visit("Option2_" + std::to_string(i), c.Option2[i]);
   }

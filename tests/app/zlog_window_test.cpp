@@ -89,5 +89,16 @@ TEST_F(ZlogWindowTest, FailuresLeaveTheWindowUsable) {
   EXPECT_FALSE(main_.running());
 }
 
+TEST_F(ZlogWindowTest, OpeningItKeepsWhatTheMainWindowHasNotWrittenYet) {
+  main_.check(14, true);
+  window_.load();
+  EXPECT_EQ(main_.settings().Chk_14, 1);
+  fs::remove(folder_ / "home/Tobarine.ini");
+  fs::create_directories(folder_ / "home/Tobarine.ini/x");  // cannot be written
+  window_.check(10, true);
+  main_.check(1, false);
+  EXPECT_EQ(shell_.messages.size(), 2U);
+}
+
 }  // namespace
 }  // namespace tobarine

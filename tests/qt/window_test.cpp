@@ -404,6 +404,11 @@ TEST_F(WindowTest, TheZlogWindowConvertsAndEdits) {
   EXPECT_TRUE(zlog->findChild<QPlainTextEdit*>("lblNotes")->toPlainText().contains(".zlo は JST"));
   zlog->findChild<QAction*>("mnuALL")->trigger();
   EXPECT_TRUE(other_window<FileEditorView>("Hamlog_csv_Edit")->windowTitle().contains("n1mm.all"));
+  shell_->chosen = folder_.text("none.adi", "<EOH>\r\n");  // no contact: an empty CSV
+  click("cmdOpen");
+  click("cmdConvert");
+  zlog->findChild<QAction*>("mnuCSV")->trigger();
+  EXPECT_EQ(shell_->messages.size(), 1U);
   zlog->findChild<QAction*>("mnuBack")->trigger();
   EXPECT_FALSE(zlog->isVisible());
 }

@@ -168,9 +168,7 @@ void ZlogView::connect_options() {
   };
   on_click("cmdOpen", [this] { commands_.open(); });
   on_click("cmdConvert", [this] { commands_.convert(); });
-  std::vector<std::size_t> checks(kZlogChecks.begin(), kZlogChecks.end());
-  checks.push_back(kZlogIotaCheck);
-  for (const std::size_t i : checks) {
+  for (const std::size_t i : kZlogChecks) {
     on_click(QString("Check%1").arg(i), [this, i](bool checked) { commands_.check(i, checked); });
   }
   for (std::size_t i = 0; i < 3; ++i) {
