@@ -6,6 +6,7 @@
 #include "convert/l2h.h"
 #include "text/error.h"
 #include "text/folder.h"
+#include "text/temporary_file.h"
 
 namespace tobarine {
 
@@ -93,8 +94,14 @@ void MainWindow::run_to_adif(bool eqsl) {
     job.source = log_kind_info(*kind_).source;
     job.library = library_.get();
     job.zlog_zone = zlog_zone(settings_);
-    job.intermediate = file_in(folder_, "zlog_1.csv");
-    return (eqsl ? run_eqsl : run_h2l)(job, tables_, call_tables(), context);
+    const auto run = eqsl ? run_eqsl : run_h2l;
+    if (!is_zlog(job.source)) return run(job, tables_, call_tables(), context);
+    // Under a name of its own while it is in use: another window may be converting, too.
+    TemporaryFile intermediate({folder_}, "zlog_1");
+    job.intermediate = intermediate.path();
+    ConversionReport report = run(job, tables_, call_tables(), context);
+    intermediate.replace(file_in(folder_, "zlog_1.csv"));
+    return report;
   });
 }
 

@@ -6,6 +6,8 @@
 #include "rules/version.h"
 #include "text/error.h"
 #include "text/folder.h"
+#include "text/input_file.h"
+#include "text/output_file.h"
 
 namespace tobarine {
 namespace {
@@ -53,7 +55,7 @@ fs::path make_user_copy(const ProgramFolder& folder) {
   for (const auto& entry : fs::directory_iterator(folder.path, error)) {
     const fs::path copy = *folder.user_copy / entry.path().filename();
     if (error || fs::exists(copy, error)) continue;
-    fs::copy_file(entry.path(), copy, error);
+    replace_file(copy, read_whole_file(entry.path()));  // whole, whoever else does the same now
   }
   if (error) throw FileError(*folder.user_copy, "作れません: " + system_reason(error.value()));
   return *folder.user_copy;

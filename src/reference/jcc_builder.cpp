@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <map>
 
+#include "text/cp932.h"
 #include "text/error.h"
 #include "text/folder.h"
 #include "text/input_file.h"
@@ -103,6 +104,10 @@ class ListReader {
   }
 
   void read_line(const std::string& line) {
+    if (has_invalid_byte(line)) {
+      problem("壊れた文字のある行", line);
+      return;
+    }
     const std::string text = plain(line);
     std::string_view rest = trim(text);
     bool abolished = false;

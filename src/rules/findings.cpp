@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "text/utf8.h"
+
 namespace tobarine {
 namespace {
 
@@ -94,7 +96,12 @@ std::size_t FindingLog::about_contacts() const {
 void FindingLog::add(FindingKind kind, std::size_t line, std::string_view call,
                      std::string_view text) {
   if (++counts_[static_cast<std::size_t>(kind)] > kKept) return;
-  kept_.push_back({kind, line, std::string(call), std::string(text)});
+  const auto kept = [](std::string_view whole) {
+    std::string part(left_chars(whole, kLongestText));
+    if (part.size() < whole.size()) part += "…";
+    return part;
+  };
+  kept_.push_back({kind, line, kept(call), kept(text)});
 }
 
 }  // namespace tobarine

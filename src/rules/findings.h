@@ -58,13 +58,14 @@ struct Finding {
   FindingKind kind;
   std::size_t line;  // of the input file, from 1; 0 when none belongs to it
   std::string call;
-  std::string text;  // the value in question, or empty
+  std::string text;  // the value in question, or empty; cut as `call` is, see FindingLog
 };
 
 // Keeps the first kKept findings of each kind, and the count of all.
 class FindingLog {
  public:
   static constexpr std::size_t kKept = 1000;
+  static constexpr std::size_t kLongestText = 200;  // characters; what is longer is cut
 
   void add(FindingKind kind, std::size_t line, std::string_view call, std::string_view text);
 

@@ -250,6 +250,11 @@ std::size_t cp932_length(std::string_view utf8) {
   return length;
 }
 
+bool has_invalid_byte(std::string_view utf8) {
+  // How U+10FF80 to U+10FFFF begin, and nothing else that CP932 has.
+  return utf8.find("\xF4\x8F\xBE") != utf8.npos || utf8.find("\xF4\x8F\xBF") != utf8.npos;
+}
+
 bool has_full_width(std::string_view utf8) {
   for (;;) {
     utf8.remove_prefix(ascii_prefix(utf8));

@@ -71,6 +71,9 @@ std::string to_cp932(std::string_view utf8);
 // The number of bytes that `utf8` takes in CP932.
 std::size_t cp932_length(std::string_view utf8);
 
+// True when something in the text stands for an invalid byte.
+bool has_invalid_byte(std::string_view utf8);
+
 // True when a character of the text takes two bytes in CP932.
 bool has_full_width(std::string_view utf8);
 

@@ -16,7 +16,8 @@ constexpr char kEndMark = '\x1A';
 
 }  // namespace
 
-InputFile::InputFile(const std::filesystem::path& path, std::uint64_t offset) : path_(path) {
+InputFile::InputFile(const std::filesystem::path& path, std::uint64_t offset)
+    : path_(path), offset_(offset) {
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) throw FileError(path, system_reason(EISDIR));
   file_ = open_file(path, "rb");
@@ -35,6 +36,9 @@ std::size_t InputFile::read(char* buffer, std::size_t size) {
     throw FileError(path_, "読めません: " + system_reason(errno));
   }
   bytes_read_ += got;
+  if (got < size && offset_ + bytes_read_ < size_) {
+    throw FileError(path_, "読んでいる間に短くなりました。もう一度試して下さい");
+  }
   return got;
 }
 
@@ -103,6 +107,8 @@ std::string read_whole_file(const std::filesystem::path& path) {
     bytes.resize(size + kBuffer);
     got = file.read(bytes.data() + size, kBuffer);
     bytes.resize(size + got);
+    if (bytes.size() > kLargestWholeFile)
+      throw FileError(path, "大きすぎます (64 MB を超えています)");
   } while (got == kBuffer);
   return bytes;
 }

@@ -18,7 +18,8 @@ class InputFile {
   // Reading begins at the byte `offset`.
   explicit InputFile(const std::filesystem::path& path, std::uint64_t offset = 0);
 
-  // Reads up to `size` bytes; fewer only at the end of the file. Throws FileError.
+  // Reads up to `size` bytes; fewer only at the end of the file. Throws FileError, also when the
+  // file ends before the size it had when it was opened: somebody cuts it while it is read.
   std::size_t read(char* buffer, std::size_t size);
 
   const std::filesystem::path& path() const { return path_; }
@@ -28,6 +29,7 @@ class InputFile {
  private:
   std::filesystem::path path_;
   FileHandle file_;
+  std::uint64_t offset_;
   std::uint64_t bytes_read_ = 0;
   std::uint64_t size_ = 0;
 };
@@ -91,7 +93,9 @@ class LineReader {
 // The number of lines, a last one without a line end included. Throws FileError, RecordError.
 std::size_t count_lines(const std::filesystem::path& path);
 
-// The whole file as bytes. For the small files of the program folder.
+// The whole file as bytes. For the small files of the program folder; one beyond kLargestWholeFile
+// is refused with a FileError.
+inline constexpr std::size_t kLargestWholeFile = std::size_t{1} << 26;  // 64 MB
 std::string read_whole_file(const std::filesystem::path& path);
 
 // The lines of CP932 bytes, as UTF-8.

@@ -2,9 +2,11 @@
 
 #ifdef _WIN32
 #include <cstring>
+#include <io.h>
 #include <string>
 #else
 #include <sys/types.h>
+#include <unistd.h>
 #endif
 
 namespace tobarine {
@@ -14,6 +16,14 @@ FileHandle open_file(const std::filesystem::path& path, const char* mode) {
   return FileHandle(_wfopen(path.c_str(), std::wstring(mode, mode + std::strlen(mode)).c_str()));
 #else
   return FileHandle(std::fopen(path.c_str(), mode));
+#endif
+}
+
+bool sync_file(std::FILE* file) {
+#ifdef _WIN32
+  return _commit(_fileno(file)) == 0;
+#else
+  return fsync(fileno(file)) == 0;
 #endif
 }
 

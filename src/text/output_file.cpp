@@ -6,8 +6,10 @@
 #include "text/cp932.h"
 #include "text/error.h"
 #include "text/strings.h"
+#include "text/temporary_file.h"
 
 namespace tobarine {
+
 OutputFile::OutputFile(const std::filesystem::path& path)
     : path_(path), file_(open_file(path, "wb")) {
   if (!file_) throw FileError(path, "書き込み用に開けません: " + system_reason(errno));
@@ -27,11 +29,19 @@ void OutputFile::flush() {
   if (!complete) throw FileError(path_, "書き込めません: " + system_reason(error));
 }
 
+void OutputFile::reach_disk() {
+  if (!sync_file(file_.get())) {
+    throw FileError(path_, "書き込めません: " + system_reason(errno));
+  }
+}
+
 void OutputFile::close() {
   flush();
   if (std::fclose(file_.release()) != 0) {
     throw FileError(path_, "書き込めません: " + system_reason(errno));
   }
+  std::error_code error;
+  if (!std::filesystem::exists(path_, error)) throw FileError(path_, "書いている間に消されました");
 }
 
 void overwrite_start_of_file(const std::filesystem::path& path, std::string_view bytes) {
@@ -46,23 +56,13 @@ void overwrite_start_of_file(const std::filesystem::path& path, std::string_view
 }
 
 void replace_file(const std::filesystem::path& path, std::string_view bytes) {
-  std::filesystem::path beside = path;
-  beside += ".tmp";
-  std::error_code error;
-  try {
-    OutputFile file(beside);
-    file.buffer().assign(bytes);
-    file.close();
-  } catch (const FileError&) {
-    std::filesystem::remove(beside, error);
-    throw;
-  }
-  std::filesystem::rename(beside, path, error);
-  if (error) {
-    const std::string reason = system_reason(error.value());
-    std::filesystem::remove(beside, error);
-    throw FileError(path, "置き換えられません: " + reason);
-  }
+  TemporaryFile beside({path.parent_path()}, path_text(path.filename()));
+  OutputFile file(beside.path());
+  file.buffer().assign(bytes);
+  file.flush();
+  file.reach_disk();
+  file.close();
+  beside.replace(path);
 }
 
 void replace_text_file(const std::filesystem::path& path, std::string_view utf8) {

@@ -24,8 +24,9 @@ class OutputFile {
   void flush_if_full() {
     if (buffer_.size() >= kFull) flush();
   }
-  void flush();  // throws FileError
-  void close();  // throws FileError
+  void flush();       // throws FileError
+  void reach_disk();  // what was flushed outlives a power failure; throws FileError
+  void close();       // throws FileError, also when somebody has removed the file meanwhile
 
  private:
   static constexpr std::size_t kFull = std::size_t{1} << 18;
@@ -38,8 +39,8 @@ class OutputFile {
 // FileError.
 void overwrite_start_of_file(const std::filesystem::path& path, std::string_view bytes);
 
-// Replaces (or creates) the file with these bytes: written beside it under another name, then
-// renamed, so that a failure leaves the old file as it was. Throws FileError.
+// Replaces (or creates) the file with these bytes: written beside it under a name of its own, then
+// renamed, so that the file is whole or as it was whatever happens. Throws FileError.
 void replace_file(const std::filesystem::path& path, std::string_view bytes);
 
 // The same for a text of lines ended by LF: written as CP932 with CR LF.

@@ -9,6 +9,7 @@
 #include "text/open_file.h"
 
 namespace tobarine {
+
 TemporaryFile::TemporaryFile(const std::vector<std::filesystem::path>& folders,
                              std::string_view name) {
   constexpr int kTries = 10;
@@ -23,6 +24,12 @@ TemporaryFile::TemporaryFile(const std::vector<std::filesystem::path>& folders,
     }
   }
   throw FileError(path_, "一時ファイルを作れません: " + system_reason(error));
+}
+
+void TemporaryFile::replace(const std::filesystem::path& file) {
+  std::error_code error;
+  std::filesystem::rename(path_, file, error);
+  if (error) throw FileError(file, "置き換えられません: " + system_reason(error.value()));
 }
 
 TemporaryFile::~TemporaryFile() {

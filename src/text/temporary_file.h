@@ -18,6 +18,10 @@ class TemporaryFile {
 
   const std::filesystem::path& path() const { return path_; }
 
+  // Takes the place of `file`, which others see as it was or as it is now, never half. Throws
+  // FileError; the file is as it was then.
+  void replace(const std::filesystem::path& file);
+
  private:
   std::filesystem::path path_;
 };

@@ -168,6 +168,12 @@ printf '"1","A","B"\r\n"2"' >"$TOBARINE_HOME/Mode_tbl.ini"
 refused "damaged table" "$cli" h2l log.csv
 check "damaged table" 1 'Mode_tbl.ini: 2 行目' "$cli" h2l log.csv
 
+truncate -s 65M "$TOBARINE_HOME/Mode_tbl.ini"
+check "table of 65 MB" 1 'Mode_tbl.ini: 大きすぎます' "$cli" h2l log.csv
+cp "$source/data/Mode_tbl.ini" "$TOBARINE_HOME"
+awk 'BEGIN { while (++n < 9000) m = m "x"; print "JA1ABC,24/05/01,12:00J,59,59,7," m ",,,,,,,," }' >mode.csv
+check "very long mode" 0 'xxx…$' "$cli" --report h2l mode.csv
+
 if [ -n "$(ls "$TMPDIR")" ]; then
   echo "FAILED: a temporary file was left behind"
   failures=$((failures + 1))

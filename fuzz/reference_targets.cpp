@@ -1,0 +1,196 @@
+// The readers of the program folder's files, and those of the lists that they are built from.
+#include <algorithm>
+#include <array>
+#include <span>
+#include <vector>
+
+#include "app/settings.h"
+#include "callsign/overrides.h"
+#include "callsign/prefix_table.h"
+#include "reference/dxcc_builder.h"
+#include "reference/jcc_builder.h"
+#include "tables.h"
+#include "targets.h"
+#include "text/cp932.h"
+#include "text/error.h"
+#include "text/input_file.h"
+#include "text/output_file.h"
+
+namespace tobarine::fuzz {
+namespace {
+
+void settings(std::string_view bytes) {
+  const auto file = scratch_file("Tobarine.ini", bytes);
+  try {
+    write_settings(read_settings(file), file);
+    const std::string once = bytes_of(file);
+    const Settings again = read_settings(file);
+    write_settings(again, file);
+    // A value in two pairs of quotes loses one at each reading, as the profile calls have it.
+    const bool quoted = bytes.find_first_of("\"'") != std::string_view::npos;
+    require(quoted || bytes_of(file) == once, "settings are written as they were read");
+    h2l_options(again);
+    l2h_options(again, again.Op_1);
+    adif_to_zlog_options(again);
+  } catch (const Error&) {
+  }
+}
+
+std::vector<std::string> texts_of(const BandRow& row) {
+  return {row.adif, row.freq, row.memo, row.placement};
+}
+std::vector<std::string> texts_of(const ModeRow& row) {
+  return {row.adif, row.csv};
+}
+
+// Loads a table, saves it, and loads that: what a save keeps is there again.
+template <typename Table, typename Row, typename Save>
+void table(const std::filesystem::path& file, Save save) {
+  Table before;
+  before.load(file);
+  std::vector<Row> rows;
+  for (std::size_t i = 0; i < before.size(); ++i) rows.push_back(before[i]);
+  save(file, rows);
+  Table after;
+  after.load(file);
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    const auto saved = texts_of(before[i]);
+    // The form has no escape for these.
+    const bool special = std::ranges::any_of(saved, [](const std::string& text) {
+      return text.find_first_of("\"\r\n") != std::string::npos;
+    });
+    if (special) break;
+    require(texts_of(after[i]) == saved, "a row is loaded as it was saved");
+  }
+}
+
+void band_table(std::string_view bytes) {
+  try {
+    table<BandTable, BandRow>(scratch_file("Band_tbl.ini", bytes), save_band_table);
+  } catch (const Error&) {
+  }
+}
+
+void mode_table(std::string_view bytes) {
+  try {
+    table<ModeTable, ModeRow>(scratch_file("Mode_tbl.ini", bytes), save_mode_table);
+  } catch (const Error&) {
+  }
+}
+
+void cty_dat(std::string_view bytes) {
+  DxccFile built;
+  try {
+    built =
+        build_dxcc_file(scratch_file("cty.dat", bytes), delivered<CallTables>().calls.entities());
+  } catch (const Error&) {
+    return;
+  }
+  const auto file = scratch_path("dxcc_hl.dat");
+  replace_text_file(file, built.text);
+  PrefixTable table;
+  table.load(file);  // an Error from here is a finding
+  require(table.calls() + table.prefixes() == built.calls + built.prefixes,
+          "every prefix and call that was built can be loaded");
+}
+
+// The bytes as each of the three lists, the other two being sound.
+void jarl_lists(std::string_view bytes) {
+  const std::array<std::string, 3> sound = {to_cp932("北海道 01\n 0101 Sapporo 札幌\n"),
+                                            to_cp932("北海道 01\n 01001 Akan 阿寒\n"),
+                                            to_cp932("札幌市(0101)\n 010101 Chuo 中央\n")};
+  const std::string list(bytes);
+  stated_count(list);
+  stated_date(list);
+  for (std::size_t i = 0; i < sound.size(); ++i) {
+    auto lists = sound;
+    lists[i] = list;
+    JccBuild built;
+    try {
+      built = build_jcc(lists);
+    } catch (const Error&) {
+      continue;
+    }
+    const auto file = scratch_path("JCC_JCG.mas");
+    replace_text_file(file, JccMaster::file_text(built.places));
+    JccMaster master;
+    master.load(file);  // an Error from here is a finding
+    require(master.places() == built.places, "every place that was built can be loaded");
+    compare_jcc(built.places, {});
+  }
+}
+
+void master_files(std::string_view bytes) {
+  const auto file = scratch_file("master", bytes);
+  const auto load = [](auto&& loading) {
+    try {
+      loading();
+    } catch (const Error&) {
+    }
+  };
+  load([&file] {
+    EntityList entities;
+    entities.load(file);
+    for (const Entity& entity : entities.all()) {
+      require(entities.by_number(entity.number) == &entity, "an entity is found by its number");
+    }
+  });
+  load([&file] {
+    PrefixTable table;
+    table.load(file);
+    (void)table.longest_prefix("JA1ZZZ");
+    (void)table.full_call("");
+  });
+  load([&file] {
+    Overrides overrides;
+    overrides.load(file, delivered<CallTables>().calls.entities());
+    overrides.find_prefix("JA1ZZZ", "20240229");
+  });
+  load([&file] {
+    HamlogToDxcc codes;
+    codes.load(file);
+    for (const CodeRow& row : codes.rows()) (void)codes.find(row.code);
+    replace_text_file(scratch_path("again"), h2l_file_text(codes.rows()));
+  });
+  load([&file] {
+    DxccToHamlog codes;
+    codes.load(file);
+    for (const CodeRow& row : codes.rows()) (void)codes.find(row.dxcc);
+    replace_text_file(scratch_path("again"), l2h_file_text(codes.rows()));
+  });
+  load([&file] {
+    JccMaster master;
+    master.load(file);
+    for (const JccPlace& place : master.places()) {
+      require(master.find(place.number) != nullptr, "a place is found by its number");
+    }
+  });
+}
+
+// A call on each line.
+void calls(std::string_view bytes) {
+  const CallAnalysis& analysis = delivered<CallTables>().calls;
+  for (const std::string& call : text_lines(bytes)) {
+    const CallPlace place = analysis.find(call, "20240229");
+    require(place.entity == nullptr || place.entity->number <= kLargestDxcc,
+            "a call belongs to an entity of the list or to none");
+  }
+}
+
+constexpr Target kTargets[] = {
+    {"settings", settings},
+    {"band_table", band_table, {"data/Band_tbl.ini"}},
+    {"mode_table", mode_table, {"data/Mode_tbl.ini"}},
+    {"cty_dat", cty_dat},
+    {"jarl_lists", jarl_lists},
+    {"master_files", master_files},
+    {"calls", calls},
+};
+
+}  // namespace
+
+std::span<const Target> reference_targets() {
+  return kTargets;
+}
+
+}  // namespace tobarine::fuzz
