@@ -120,9 +120,14 @@ int convert_h2l(Session& session) {
     job.intermediate = temporary.emplace(temporary_folders(session.folder()), "zlog_1").path();
   }
   const ConversionTables tables = session.conversion_tables();
+  const bool eqsl = options.command == Command::kEqsl;
   CallTables calls;
-  calls.load(session.folder());
-  const auto run = options.command == Command::kH2l ? run_h2l : run_eqsl;
+  if (asks_for_calls(job.options, eqsl ? AdifTarget::kEqsl : AdifTarget::kLogger32)) {
+    calls.load(session.folder());
+  } else {
+    calls.load_codes(session.folder());
+  }
+  const auto run = eqsl ? run_eqsl : run_h2l;
   const ConversionReport report = with_progress(
       options, [&](const RunContext& context) { return run(job, tables, calls, context); });
   return finish(session, kind, {output}, report);

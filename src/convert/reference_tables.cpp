@@ -11,6 +11,10 @@ void ConversionTables::load(const std::filesystem::path& folder) {
 
 void CallTables::load(const std::filesystem::path& folder) {
   calls.load(folder);
+  load_codes(folder);
+}
+
+void CallTables::load_codes(const std::filesystem::path& folder) {
   codes.load(file_in(folder, "h2l_cty.mas"));
 }
 

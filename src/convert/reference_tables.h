@@ -23,7 +23,8 @@ struct CallTables {
   CallAnalysis calls;
   HamlogToDxcc codes;
 
-  void load(const std::filesystem::path& folder);  // throws FileError, RecordError
+  void load(const std::filesystem::path& folder);        // throws FileError, RecordError
+  void load_codes(const std::filesystem::path& folder);  // these only; see asks_for_calls()
 };
 
 // The tables of the way from ADIF to Hamlog.

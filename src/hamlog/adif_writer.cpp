@@ -23,12 +23,6 @@ std::size_t most_bytes(const QsoRecord& r) {
          r.name.size() + r.grid.size();
 }
 
-std::string without_colons(std::string_view time) {
-  std::string result(time);
-  replace_all(result, ":", "");
-  return result;
-}
-
 }  // namespace
 
 void AdifWriter::write_header() {
@@ -62,7 +56,11 @@ void AdifWriter::put_value(std::string_view value) {
 }
 
 void AdifWriter::put_encoded(std::string_view value) {
-  lacking_ += encode_cp932(value, out_);
+  if (is_ascii(value)) {
+    put_value(value);
+  } else {
+    lacking_ += encode_cp932(value, out_);
+  }
 }
 
 void AdifWriter::tag_value(std::string_view value) {
@@ -88,7 +86,13 @@ void AdifWriter::common_tags(const AdifContact& contact) {
   put(" <QSO_DATE:8:d>");
   put_encoded(r.qso_date);
   put(" <TIME_ON:4>");
-  put_encoded(left_chars(without_colons(r.time_on), 4));
+  if (contains(r.time_on, ":")) {
+    std::string digits = r.time_on;
+    replace_all(digits, ":", "");
+    put_encoded(left_chars(digits, 4));
+  } else {
+    put_encoded(left_chars(r.time_on, 4));
+  }
   tag(" <MODE:", r.adif_mode);
   tag(" <BAND:", r.band);
   if (!contact.band_only) tag(" <FREQ:", r.freq);
@@ -126,7 +130,7 @@ void AdifWriter::logger32_lines(const AdifContact& contact) {
   put_value(r.qsl_sent);
   put(" <QSL_RCVD:1>");
   put_value(r.qsl_rcvd);
-  if (!r.dxcc.empty() && r.dxcc != "0") tag(" <DXCC:", r.dxcc);
+  if (!r.dxcc.empty() && std::string_view(r.dxcc) != "0") tag(" <DXCC:", r.dxcc);
   if (!r.iota.empty()) tag(" <IOTA:", r.iota);
   // No blank before this tag: it has always followed the value before it directly.
   if (!r.comment.empty()) tag("<COMMENT:", r.comment);
@@ -145,17 +149,15 @@ void AdifWriter::eqsl_line(const AdifContact& contact) {
 
 std::size_t AdifWriter::write(const AdifContact& contact) {
   lacking_ = 0;
-  std::string& buffer = file_.buffer();
-  const std::size_t before = buffer.size();
-  buffer.resize(before + most_bytes(contact.record));
-  out_ = buffer.data() + before;
+  if (const std::size_t most = most_bytes(contact.record); text_.size() < most) text_.resize(most);
+  out_ = text_.data();
   common_tags(contact);
   if (target_ == AdifTarget::kLogger32) {
     logger32_lines(contact);
   } else {
     eqsl_line(contact);
   }
-  buffer.resize(static_cast<std::size_t>(out_ - buffer.data()));
+  file_.buffer().append(text_.data(), out_);
   file_.flush_if_full();
   return lacking_;
 }

@@ -49,7 +49,8 @@ class AdifWriter {
   AdifTarget target_;
   bool write_qth_;
   std::size_t lacking_ = 0;
-  char* out_ = nullptr;  // where the record being written goes on, in the file's buffer
+  std::string text_;     // of the record being written, and room behind it
+  char* out_ = nullptr;  // where it goes on
   std::string encoded_;
 };
 

@@ -13,8 +13,12 @@ constexpr double kLastYearOf2000s = 30;
 
 // yy/mm/dd to yyyymmdd, by position, whatever the characters are.
 void derive_date(std::string_view date, std::string& result) {
-  result.assign("20").append(left_chars(date, 2)).append(mid_chars(date, 3, 2));
-  result.append(right_chars(date, 2));
+  if (date.size() == 8 && is_ascii(date)) {  // nearly all
+    result = {'2', '0', date[0], date[1], date[3], date[4], date[6], date[7]};
+  } else {
+    result.assign("20").append(left_chars(date, 2)).append(mid_chars(date, 3, 2));
+    result.append(right_chars(date, 2));
+  }
   const std::string_view year = left_chars(std::string_view(result).substr(2), 2);
   if (leading_number(year) > kLastYearOf2000s) {
     result[0] = '1';

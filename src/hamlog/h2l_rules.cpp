@@ -73,6 +73,10 @@ std::string state_as_word(std::string_view text, std::string_view entity_prefix)
 
 }  // namespace
 
+bool asks_for_calls(const H2lOptions& options, AdifTarget target) {
+  return options.write_state || (options.write_qth && target == AdifTarget::kLogger32);
+}
+
 H2lRules::H2lRules(H2lOptions options, const H2lTables& tables, AdifTarget target)
     : options_(std::move(options)),
       tables_(tables),
@@ -128,6 +132,7 @@ void H2lRules::derive_comment(QsoRecord& r, std::string_view kept1, std::string_
 
 void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2) {
   if (options_.write_qth) trim_in_place(r.qth);
+  if (!asks_for_calls(options_, target_)) return;
   const bool qth_wanted = options_.write_qth && r.qth.empty() && target_ == AdifTarget::kLogger32;
   if (!options_.write_state && !qth_wanted) return;
   const bool marked = contains(kept1, kDxMarker) || contains(kept2, kDxMarker);
@@ -166,7 +171,7 @@ void H2lRules::derive_codes(QsoRecord& r, std::size_t line, FindingLog& findings
     if (length > 4) r.jcg = r.code;
   }
   r.dxcc = tables_.codes.find(r.code);
-  if (r.dxcc != "0") return;
+  if (std::string_view(r.dxcc) != "0") return;
   if (is_japanese_code(r.code)) {
     r.dxcc = kJapan;
   } else {
@@ -205,12 +210,15 @@ void H2lRules::derive_band_and_mode(AdifContact& contact, std::size_t line, Find
 }
 
 void H2lRules::derive_qsl(QsoRecord& r, std::size_t line, FindingLog& findings) {
-  const std::string_view route = mid_chars(r.qsl, 0, 1);
-  const auto mark = [&r](std::size_t at) {
-    return trim(mid_chars(r.qsl, at, 1)).empty() ? "N" : "Y";
+  std::string_view rest = r.qsl;
+  const auto next = [&rest] {
+    const std::string_view character = left_chars(rest, 1);
+    rest.remove_prefix(character.size());
+    return character;
   };
-  r.qsl_sent = mark(1);
-  r.qsl_rcvd = mark(2);
+  const std::string_view route = next();
+  r.qsl_sent = is_blank(next()) ? 'N' : 'Y';
+  r.qsl_rcvd = is_blank(next()) ? 'N' : 'Y';
   if (route != "M" || target_ == AdifTarget::kEqsl) return;
   upper_into(r.rmks1 + "  " + r.rmks2, upper_remarks_);
   const std::string_view remarks = trim(upper_remarks_);

@@ -55,6 +55,9 @@ struct AdifContact {
   bool name_written = false;  // the name qualifies (it may be empty)
 };
 
+// Whether the rules look calls up with these options; else the call-sign analysis may be empty.
+bool asks_for_calls(const H2lOptions& options, AdifTarget target);
+
 class H2lRules {
  public:
   H2lRules(H2lOptions options, const H2lTables& tables, AdifTarget target);

@@ -144,6 +144,7 @@ class CtyParser {
       text += PrefixTable::file_line(key, place) + '\n';
       ++(key[0] == '=' ? result_.calls : result_.prefixes);
     }
+    if (result_.prefixes == 0) throw FileError(path_, "cty.dat ではありません (コールだけです)");
     return std::move(result_);
   }
 

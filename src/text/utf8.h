@@ -50,8 +50,23 @@ inline std::size_t ascii_prefix(std::string_view text) {
   return i;
 }
 
+// Asked of every field: words instead of bytes, the last one overlapping the one before.
 inline bool is_ascii(std::string_view text) {
-  return ascii_prefix(text) == text.size();
+  const auto high_bits = [&text]<typename Word>(Word, std::size_t at) {
+    Word word;
+    std::memcpy(&word, text.data() + at, sizeof word);
+    return word & static_cast<Word>(0x8080808080808080U);
+  };
+  const std::size_t n = text.size();
+  if (n >= 8) {
+    std::uint64_t high = high_bits(std::uint64_t(), n - 8);
+    for (std::size_t i = 0; i + 8 < n; i += 8) high |= high_bits(std::uint64_t(), i);
+    return high == 0;
+  }
+  if (n >= 4) {
+    return (high_bits(std::uint32_t(), 0) | high_bits(std::uint32_t(), n - 4)) == 0;
+  }
+  return n == 0 || ((text[0] | text[n / 2] | text[n - 1]) & 0x80) == 0;
 }
 
 bool is_valid_utf8(std::string_view text);
