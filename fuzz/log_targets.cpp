@@ -100,8 +100,10 @@ void zlog_zlo(std::string_view bytes) {
 void text_file(std::string_view bytes) {
   std::string utf8;
   decode_cp932(bytes, utf8);
-  // Not the same bytes: some characters have two codes.
-  require(from_cp932(to_cp932(utf8)) == utf8, "text survives the way to CP932 and back");
+  // Not the same bytes: some characters have two codes. So a broken byte may make a pair with what
+  // stands behind it, which sound text never does.
+  const bool sound = !has_invalid_byte(utf8);
+  require(!sound || from_cp932(to_cp932(utf8)) == utf8, "text survives the way to CP932 and back");
   const auto file = scratch_file("notes.txt", bytes);
   try {
     const LineIndex lines(file, [](std::string_view) {});
@@ -109,7 +111,8 @@ void text_file(std::string_view bytes) {
     require(lines.find("\x01\x02", 0) <= lines.size(), "a line is found or not");
     FileEditor editor(file);
     editor.save(editor.text());
-    require(from_cp932(bytes_of(file)) == utf8, "a text saved as it was read stays the same");
+    require(!sound || from_cp932(bytes_of(file)) == utf8,
+            "a text saved as it was read stays the same");
   } catch (const Error&) {
   }
 }
