@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "cli/man_page.h"
 #include "rules/version.h"
 #include "text/error.h"
 
@@ -16,7 +17,7 @@ class Parser {
   Parser() {
     app_.require_subcommand(1);
     app_.fallthrough();
-    app_.set_version_flag("--version", "Tobarine " + std::string(kVersion));
+    app_.set_version_flag("--version", "Tobarine " + std::string(kVersion), "版を表示する");
     app_.set_help_flag("-h,--help", "この説明を表示する");
     add_path(&app_, "--home", o_.home, "プログラムフォルダー (環境変数 TOBARINE_HOME でも可)");
     app_.add_option("--set", o_.set, "この実行だけの設定 KEY=VALUE (何度でも可)")
@@ -26,10 +27,22 @@ class Parser {
     app_.add_flag("--report", o_.report, "変換の報告も表示する");
     app_.add_flag("--json", o_.json, "結果と報告を JSON で表示する");
     app_.add_flag("--quiet", o_.quiet, "何も表示しない (エラーを除く)");
+    app_.add_flag_callback(
+            "--man",
+            [this] {
+              std::cout << man_page(app_);
+              throw CLI::Success();
+            },
+            "マニュアルページ")
+        ->group("");  // for those who make packages
+    examples(&app_, {"h2l Hamlog.csv", "h2l --help"});
     add_conversion("h2l", "Hamlog の CSV や zLog のログを Logger32 の ADIF に変換する",
-                   Command::kH2l);
+                   Command::kH2l,
+                   {"h2l Hamlog.csv -o logger32.adi", "--set Chk_9=1 --report h2l Hamlog.csv",
+                    "--set Op_3=1 h2l contest.all    # 時刻が JST のログ"});
     add_conversion("eqsl", "Hamlog の CSV や zLog のログを eQSL.cc の ADIF に変換する",
-                   Command::kEqsl);
+                   Command::kEqsl,
+                   {"eqsl Hamlog.csv -o eqsl.adi", "--set Chk_7=1 eqsl contest.zlo"});
     CLI::App* l2h =
         add(&app_, "l2h", "Logger32 や N1MM の ADIF を Hamlog の CSV に変換する", Command::kL2h);
     add_path(l2h, "INPUT", o_.input, "入力ファイル")->required();
@@ -38,14 +51,18 @@ class Parser {
                     "時刻の変換: none 変換なし、jst 全てJST、utc 全てUTC、"
                     "ja JA局はJST")
         ->check(CLI::IsMember({"none", "jst", "utc", "ja"}));
+    examples(l2h, {"l2h logger32.adi -o hamlog.csv", "l2h n1mm.adi --time jst"});
     CLI::App* zlog =
         add(&app_, "adif2zlog", "N1MM などの ADIF を zLog の .all、.zlo と CSV に変換する",
             Command::kAdifToZlog);
     add_path(zlog, "INPUT", o_.input, "入力ファイル")->required();
     add_path(zlog, "-o,--output", o_.output,
              "出力 BASE.all、BASE.zlo、BASE.csv の BASE (無ければ入力と同じ所)");
+    examples(zlog, {"adif2zlog n1mm.adi -o contest",
+                    "--set utc_jst_str=ALL_J --set TX_NR_001=1 adif2zlog n1mm.adi"});
     CLI::App* info = add(&app_, "info", "ファイルの種類と件数を表示する", Command::kInfo);
     add_path(info, "INPUT", o_.input, "ログのファイル")->required();
+    examples(info, {"info contest.zlo", "--json info Hamlog.csv"});
     add_lookups();
     add_builders();
     add_jarl();
@@ -79,7 +96,15 @@ class Parser {
         name, [&path](const std::string& text) { path = path_from_text(text); }, help);
   }
 
-  void add_conversion(const char* name, const char* help, Command command) {
+  // What --help ends with.
+  static void examples(CLI::App* app, std::initializer_list<std::string_view> lines) {
+    std::string text = "例:";
+    for (const std::string_view line : lines) text.append("\n  tobarine-cli ").append(line);
+    app->footer(text);
+  }
+
+  void add_conversion(const char* name, const char* help, Command command,
+                      std::initializer_list<std::string_view> lines) {
     CLI::App* sub = add(&app_, name, help, command);
     add_path(sub, "INPUT", o_.input, "入力ファイル")->required();
     add_path(sub, "-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .adi)");
@@ -87,6 +112,7 @@ class Parser {
                     "入力の種類: csv、hdb、z_all、z_zlo (無ければ名前と一行目から判断)");
     add_path(sub, "--keep-intermediate", o_.keep_intermediate,
              "zLog のログの中間ファイル (zlog_1.csv) を残す所");
+    examples(sub, lines);
   }
 
   void add_lookups() {
@@ -99,12 +125,16 @@ class Parser {
                           Command::kLookupCalls);
     calls->add_option("ITEM", o_.items, "コールサイン");
     calls->add_option("--date", o_.date, "交信日 yyyymmdd (期間付きの修正表のため)");
+    examples(calls, {"lookup calls JA1ABC W1AW/KH6", "--json lookup calls <calls.txt"});
     CLI::App* codes =
         add(lookup, "codes", "Hamlog の Code の DXCC 番号 (不明なら 0)", Command::kLookupCodes);
     codes->add_option("ITEM", o_.items, "Code");
+    examples(codes, {"lookup codes 500A"});
     CLI::App* jcc = add(lookup, "jcc", "JCC、JCG、区の番号: 番号、Code、地名 (不明なら空)",
                         Command::kLookupJcc);
     jcc->add_option("ITEM", o_.items, "番号");
+    examples(jcc, {"lookup jcc 11007 110101"});
+    examples(lookup, {"lookup calls JA1ABC", "lookup codes 500A", "lookup jcc 11007"});
   }
 
   void add_builders() {
@@ -114,17 +144,21 @@ class Parser {
     CLI::App* dxcc = add(build, "dxcc", "cty.dat から dxcc_hl.dat を作る", Command::kBuildDxcc);
     add_path(dxcc, "CTY.DAT", o_.input, "cty.dat")->required();
     add_path(dxcc, "-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
+    examples(dxcc, {"build dxcc cty.dat"});
     CLI::App* jcc =
         add(build, "jcc", "JARL の三つのリストから JCC_JCG.mas を作る", Command::kBuildJcc);
     add_path(jcc, "--from", o_.input,
              "jcc-list.txt、jcg-list.txt、ku-list.txt のあるフォルダー "
              "(無ければプログラムフォルダー)");
     add_path(jcc, "-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
+    examples(jcc, {"build jcc", "build jcc --from lists -o JCC_JCG.mas"});
     CLI::App* codes = add(build, "codes",
                           "Hamlog の CSV から Code を覚えて h2l_cty.mas と "
                           "l2h_cty.mas に書く",
                           Command::kBuildCodes);
     add_path(codes, "HAMLOG.csv", o_.input, "Hamlog の CSV")->required();
+    examples(codes, {"build codes Hamlog.csv"});
+    examples(build, {"build dxcc cty.dat", "build jcc", "build codes Hamlog.csv"});
   }
 
   void add_jarl() {
@@ -133,8 +167,12 @@ class Parser {
     jarl->fallthrough();
     jarl->add_option("--url", o_.url, "リストのある場所 (無ければ JARL)");
     jarl->add_option("--timeout", o_.timeout, "待つ秒数");
-    add(jarl, "check", "新しいリストがあるか調べる", Command::kJarlCheck);
-    add(jarl, "download", "リストをプログラムフォルダーに取り込む", Command::kJarlDownload);
+    examples(jarl, {"jarl check", "jarl download && tobarine-cli build jcc"});
+    examples(add(jarl, "check", "新しいリストがあるか調べる", Command::kJarlCheck),
+             {"jarl check", "jarl --timeout 120 check"});
+    examples(
+        add(jarl, "download", "リストをプログラムフォルダーに取り込む", Command::kJarlDownload),
+        {"jarl download"});
   }
 
   CliOptions o_;

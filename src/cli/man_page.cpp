@@ -1,0 +1,66 @@
+#include "cli/man_page.h"
+
+#include "rules/version.h"
+#include "text/strings.h"
+
+namespace tobarine {
+namespace {
+
+// Text as roff prints it unchanged.
+std::string plain(std::string text) {
+  replace_all(text, "\\", "\\e");
+  replace_all(text, "-", "\\-");
+  replace_all(text, "\n.", "\n\\&.");
+  return text;
+}
+
+void options_of(const CLI::App& app, std::string& page) {
+  for (const CLI::Option* option : app.get_options()) {
+    const bool hidden = option->get_group().empty();
+    if (hidden || option->check_lname("help")) continue;
+    const bool takes_value = option->get_items_expected_max() > 0 && !option->get_positional();
+    page += ".TP\n.B " + plain(option->get_name(false, true)) + (takes_value ? " …" : "") + '\n' +
+            plain(option->get_description()) + '\n';
+  }
+}
+
+void command(const CLI::App& app, const std::string& name, std::string& page) {
+  const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
+  page += ".SS " + plain(name) + '\n' + plain(app.get_description()) + '\n';
+  options_of(app, page);
+  if (!app.get_footer().empty()) page += ".PP\n.nf\n" + plain(app.get_footer()) + "\n.fi\n";
+  for (const CLI::App* sub : commands) command(*sub, name + " " + sub->get_name(), page);
+}
+
+constexpr std::string_view kEnd = R"(.SH ファイル
+.TP
+.I ~/.local/share/tobarine
+御自分のプログラムフォルダーです。窓を初めて開いた時に
+.I /usr/share/tobarine
+から作られ、設定 (Tobarine.ini)、表、参照ファイルが入ります。
+.SH 終了コード
+0 成功、1 失敗、2 使い方の間違い。
+.SH 関連項目
+.I /usr/share/doc/tobarine/manual.ja.md
+)";
+
+}  // namespace
+
+std::string man_page(const CLI::App& app) {
+  std::string page =
+      ".TH TOBARINE\\-CLI 1 \"\" \"Tobarine " + std::string(kVersion) +
+      "\" \"ユーザーコマンド\"\n.ad l\n.SH 名前\ntobarine\\-cli, tobarine \\- " +
+      "アマチュア無線のログを変換する\n.SH 書式\n.B tobarine\n.RI [ ログ ]\n.br\n"
+      ".B tobarine\\-cli\n.RI [ オプション ]... \" コマンド\" ...\n.SH 説明\n"
+      ".B tobarine\nは窓を開きます (ログを付ければそれも)。\n.B tobarine\\-cli\n"
+      "は窓でできることをコマンドで行います。入力のファイルには決して書き込みません。\n"
+      ".SH オプション\nどのコマンドにも使えます。\n";
+  options_of(app, page);
+  page += ".SH コマンド\n";
+  for (const CLI::App* sub : app.get_subcommands([](const CLI::App*) { return true; })) {
+    command(*sub, sub->get_name(), page);
+  }
+  return page.append(kEnd);
+}
+
+}  // namespace tobarine
