@@ -27,7 +27,7 @@ for target; do
   done
   say "$target: $seconds 秒"
   log=$here/build/fuzz/$target.log
-  if "$bin/tobarine_fuzz" "$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+  if "$bin/tobarine_fuzz" "$target" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 \
     -max_len=16384 -print_final_stats=1 -artifact_prefix="$here/build/fuzz/found/$target-" \
     "$corpus" >"$log" 2>&1; then
     sed -n 's/^stat::number_of_executed_units: */  回数 /p' "$log"

@@ -17,7 +17,9 @@ AdifFileInfo scan(const std::filesystem::path& path, FindingLog& findings) {
 
 AdifContacts::AdifContacts(const std::filesystem::path& path, const BandTable& bands,
                            const ModeTable& modes, const L2hRemarks& remarks, FindingLog& findings)
-    : info_(scan(path, findings)), reader_(path, info_.utf8), parser_(bands, modes, remarks) {}
+    : info_(scan(path, findings)), reader_(path, info_.utf8), parser_(bands, modes, remarks) {
+  if (remarks.emptied()) findings.add(FindingKind::kRemarksEmptied, 0, "", "");
+}
 
 bool AdifContacts::next(QsoRecord& record, FindingLog& findings) {
   if (!reader_.next(text_)) return false;

@@ -367,7 +367,7 @@ void AdifParser::build_remarks(QsoRecord& r) const {
   r.rmks2 = r.cnty;
   if (remarks_.write_state) {
     const std::string state = (remarks_.state_prefixed ? remarks_.state_prefix : "") + r.state;
-    if (remarks_.state_place != 0 && remarks_.state_place != 1) {
+    if (remarks_.emptied()) {
       r.rmks1.clear();
       r.rmks2.clear();
     } else if (!is_blank(r.state) && remarks_.state_place == 0) {

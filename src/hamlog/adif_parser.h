@@ -19,6 +19,8 @@ struct L2hRemarks {
   int state_place = 2;  // 0: remarks 1, 1: remarks 2; anything else empties both remarks
   bool state_prefixed = false;
   std::string state_prefix = "WAS=";
+
+  bool emptied() const { return write_state && state_place != 0 && state_place != 1; }
 };
 
 // Turns record texts into contacts.

@@ -72,6 +72,8 @@ constexpr KindText kKinds[] = {
     {FindingKind::kZoneRead, "zone-read", "zLog の時刻の読み方"},
     {FindingKind::kZoneWritten, "zone-written", "時刻の書き方 (ファイルには記されません)"},
     {FindingKind::kUnreadRecord, "unread-record", "読めなかったレコード"},
+    {FindingKind::kRemarksEmptied, "remarks-emptied",
+     "州名の転記先が「不特定」なので、二つの Rmks は空欄 (Rmks 1 か 2 を選んで下さい)"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

@@ -47,6 +47,7 @@ enum class FindingKind {
   kZoneRead,
   kZoneWritten,
   kUnreadRecord,
+  kRemarksEmptied,
   kCount
 };
 

@@ -55,6 +55,8 @@ check "l2h to JST" 0 '変換数: 8 件' "$cli" l2h "$source/samples/n1mm.adi" -o
   --set Chk_9=1 --set Chk_10=1 --set Op_2=1 --set Chk_16=1
 equal n.csv "$source/tests/data/n1mm_jst.csv"
 check "wrong time option" 2 'time' "$cli" l2h "$source/samples/n1mm.adi" --time gmt
+check "nowhere to put the state" 0 '州名の転記先が「不特定」' "$cli" --set Chk_9=1 \
+  l2h "$source/samples/logger32.adi" -o s.csv
 check "report" 0 'gigahertz-text' "$cli" --json h2l log.csv
 check "report" 0 'JA3QRR  10G' "$cli" --report h2l log.csv
 "$cli" --quiet h2l log.csv >quiet.txt 2>&1
@@ -182,6 +184,11 @@ check "table of 65 MB" 1 'Mode_tbl.ini: 大きすぎます' "$cli" h2l log.csv
 cp "$source/data/Mode_tbl.ini" "$TOBARINE_HOME"
 awk 'BEGIN { while (++n < 9000) m = m "x"; print "JA1ABC,24/05/01,12:00J,59,59,7," m ",,,,,,,," }' >mode.csv
 check "very long mode" 0 'xxx…$' "$cli" --report h2l mode.csv
+
+# The window's help is the manual's chapter on the tables.
+sed -n '/^```text$/,/^```$/p' "$source/docs/manual.ja.md" | sed '1d;$d' >chapter.txt
+iconv -f cp932 -t utf-8 "$source/data/変換テーブルの説明.txt" | tr -d '\r' >help.txt
+equal chapter.txt help.txt
 
 if [ -n "$(ls "$TMPDIR")" ]; then
   echo "FAILED: a temporary file was left behind"
