@@ -1,8 +1,8 @@
 // libFuzzer's way in: `tobarine_fuzz TARGET [libFuzzer's options and folders]`.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <string_view>
 
 #include "targets.h"
@@ -16,8 +16,8 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
   const std::string_view name = *argc > 1 ? (*argv)[1] : "";
   const auto found = std::ranges::find(targets, name, &tobarine::fuzz::Target::name);
   if (found == targets.end()) {
-    std::fprintf(stderr, "no such target; there are:\n");
-    for (const auto& one : targets) std::fprintf(stderr, "  %s\n", one.name.data());
+    std::cerr << "no such target; there are:\n";
+    for (const auto& one : targets) std::cerr << "  " << one.name << '\n';
     std::exit(2);
   }
   target = *found;

@@ -48,7 +48,7 @@ void hamlog_rows(std::string_view bytes) {
 
 void adif(std::string_view bytes) {
   const auto file = scratch_file("log.adi", bytes);
-  const ConversionTables& tables = delivered<ConversionTables>();
+  const auto& tables = delivered<ConversionTables>();
   try {
     scan_adif(file);
     for (const bool utf8 : {false, true}) {

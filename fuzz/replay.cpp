@@ -1,7 +1,7 @@
 // Runs every target once on each file of its corpus: `tobarine_replay REPOSITORY`. With --list only
 // tells which these are, "TARGET FILE" a line.
-#include <cstdio>
 #include <filesystem>
+#include <iostream>
 #include <string_view>
 #include <vector>
 
@@ -29,7 +29,7 @@ std::vector<fs::path> corpus(const fs::path& repository, const Target& target) {
 
 int main(int argc, char** argv) {
   if (argc < 2) {
-    std::fprintf(stderr, "usage: tobarine_replay REPOSITORY [--list]\n");
+    std::cerr << "usage: tobarine_replay REPOSITORY [--list]\n";
     return 2;
   }
   const bool only_list = argc > 2 && std::string_view(argv[2]) == "--list";
@@ -37,12 +37,12 @@ int main(int argc, char** argv) {
   for (const Target& target : tobarine::fuzz::all_targets()) {
     const auto files = corpus(argv[1], target);
     if (files.empty()) {
-      std::fprintf(stderr, "%s has no corpus\n", target.name.data());
+      std::cerr << target.name << " has no corpus\n";
       ++without_corpus;
     }
     for (const fs::path& file : files) {
-      std::printf("%s %s\n", target.name.data(), tobarine::path_text(file).c_str());
-      std::fflush(stdout);  // the target may end the process
+      // At once, for the target may end the process.
+      std::cout << target.name << ' ' << tobarine::path_text(file) << std::endl;
       if (!only_list) target.run(tobarine::fuzz::bytes_of(file));
     }
   }

@@ -1,8 +1,8 @@
 #include "targets.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 
 #include "test_folder.h"
 
@@ -33,7 +33,7 @@ std::string bytes_of(const std::filesystem::path& path) {
 
 void require(bool holds, const char* promise) {
   if (holds) return;
-  std::fprintf(stderr, "does not hold: %s\n", promise);
+  std::cerr << "does not hold: " << promise << '\n';
   std::abort();
 }
 

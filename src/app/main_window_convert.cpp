@@ -129,6 +129,21 @@ void MainWindow::check_jarl() {
   look_for_new_lists(false);
 }
 
+namespace {
+
+// One quiet line, or nothing: nobody asked just now.
+std::string news_of_lists(const std::array<std::string, 3>& dates,
+                          const std::array<std::string, 3>& ours) {
+  for (std::size_t i = 0; i < dates.size(); ++i) {
+    if (is_newer_list(dates[i], ours[i])) {
+      return "JARL に新しい JCC , JCG , 区リストがあります ([ Tool ] から取得できます)";
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
 void MainWindow::look_for_new_lists(bool at_start) {
   if (!at_start) begin_waiting("JARL のリストの更新日付けを調べています…");
   shell_.in_background([this, at_start, server = jarl_server] {
@@ -140,18 +155,13 @@ void MainWindow::look_for_new_lists(bool at_start) {
       failure = error.what();
     }
     return Shell::Finish([this, at_start, dates, failure] {
-      const auto ours = dates_of_our_lists(settings_);
-      if (!at_start) end_waiting();
       if (at_start) {
-        // One quiet line: nobody asked just now.
-        bool news = false;
-        for (std::size_t i = 0; i < dates.size(); ++i)
-          news = news || is_newer_list(dates[i], ours[i]);
-        controls.lblNotes.text =
-            !failure.empty() ? "JARL のリストの更新日付けを調べられませんでした"
-            : news ? "JARL に新しい JCC , JCG , 区リストがあります ([ Tool ] から取得できます)"
-                   : "";
+        controls.lblNotes.text = failure.empty()
+                                     ? news_of_lists(dates, dates_of_our_lists(settings_))
+                                     : "JARL のリストの更新日付けを調べられませんでした";
       } else {
+        end_waiting();
+        const auto ours = dates_of_our_lists(settings_);
         tell(failure.empty() ? Shell::Icon::kInformation : Shell::Icon::kCritical,
              "JCC , JCG  , 区リスト", failure.empty() ? list_dates_text(dates, ours) : failure);
       }

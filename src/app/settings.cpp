@@ -125,7 +125,7 @@ void write_settings(const Settings& settings, const std::filesystem::path& file)
 }
 
 bool set_setting(Settings& settings, std::string_view name, std::string_view value) {
-  const auto key = std::ranges::find(kKeys, name, &Key::name);
+  const auto* const key = std::ranges::find(kKeys, name, &Key::name);
   if (key == std::end(kKeys)) return false;
   const std::string_view kept = left_chars(value, kLongestValue);
   if (const auto* text = std::get_if<std::string Settings::*>(&key->field)) {

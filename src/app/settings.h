@@ -70,7 +70,7 @@ void write_settings(const Settings& settings, const std::filesystem::path& file)
 
 // Sets one value by its key; numbers are read as the file's are, texts are cut to 79 characters.
 // False: no such key.
-bool set_setting(Settings& settings, std::string_view key, std::string_view value);
+bool set_setting(Settings& settings, std::string_view name, std::string_view value);
 
 // The options that a Hamlog-to-ADIF run takes from the settings.
 H2lOptions h2l_options(const Settings& settings);

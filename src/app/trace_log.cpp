@@ -7,9 +7,9 @@
 
 namespace tobarine {
 
-std::string trace_log_name(const std::tm& t) {
+std::string trace_log_name(const std::tm& local_time) {
   std::array<char, 32> name{};
-  std::strftime(name.data(), name.size(), "%Y%m%d_%H%M%S.txt", &t);
+  static_cast<void>(std::strftime(name.data(), name.size(), "%Y%m%d_%H%M%S.txt", &local_time));
   return name.data();
 }
 

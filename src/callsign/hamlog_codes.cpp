@@ -25,7 +25,7 @@ std::string padded(std::string_view text, std::size_t width) {
 std::string number_column(unsigned dxcc) {
   if (dxcc == 0) return "   ";
   std::array<char, 16> digits{};
-  std::snprintf(digits.data(), digits.size(), "%03u", dxcc);
+  static_cast<void>(std::snprintf(digits.data(), digits.size(), "%03u", dxcc));
   return digits.data();
 }
 

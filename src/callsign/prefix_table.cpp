@@ -127,8 +127,9 @@ std::optional<PrefixTable::PrefixMatch> PrefixTable::longest_prefix(std::string_
 
 std::string PrefixTable::file_line(std::string_view key, const PlaceData& place) {
   std::array<char, 64> line{};
-  std::snprintf(line.data(), line.size(), "%-20.20s %03u %02u %02u %.2s", std::string(key).c_str(),
-                place.dxcc, place.cq_zone, place.itu_zone, place.continent.data());
+  static_cast<void>(std::snprintf(line.data(), line.size(), "%-20.20s %03u %02u %02u %.2s",
+                                  std::string(key).c_str(), place.dxcc, place.cq_zone,
+                                  place.itu_zone, place.continent.data()));
   return line.data();
 }
 

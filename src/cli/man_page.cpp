@@ -32,6 +32,25 @@ void command(const CLI::App& app, const std::string& name, std::string& page) {
   for (const CLI::App* sub : commands) command(*sub, name + " " + sub->get_name(), page);
 }
 
+constexpr std::string_view kBegin = R"(" "ユーザーコマンド"
+.ad l
+.SH 名前
+tobarine\-cli, tobarine \- アマチュア無線のログを変換する
+.SH 書式
+.B tobarine
+.RI [ ログ ]
+.br
+.B tobarine\-cli
+.RI [ オプション ]... " コマンド" ...
+.SH 説明
+.B tobarine
+は窓を開きます (ログを付ければそれも)。
+.B tobarine\-cli
+は窓でできることをコマンドで行います。入力のファイルには決して書き込みません。
+.SH オプション
+どのコマンドにも使えます。
+)";
+
 constexpr std::string_view kEnd = R"(.SH ファイル
 .TP
 .I ~/.local/share/tobarine
@@ -47,14 +66,8 @@ constexpr std::string_view kEnd = R"(.SH ファイル
 }  // namespace
 
 std::string man_page(const CLI::App& app) {
-  std::string page =
-      ".TH TOBARINE\\-CLI 1 \"\" \"Tobarine " + std::string(kVersion) +
-      "\" \"ユーザーコマンド\"\n.ad l\n.SH 名前\ntobarine\\-cli, tobarine \\- " +
-      "アマチュア無線のログを変換する\n.SH 書式\n.B tobarine\n.RI [ ログ ]\n.br\n"
-      ".B tobarine\\-cli\n.RI [ オプション ]... \" コマンド\" ...\n.SH 説明\n"
-      ".B tobarine\nは窓を開きます (ログを付ければそれも)。\n.B tobarine\\-cli\n"
-      "は窓でできることをコマンドで行います。入力のファイルには決して書き込みません。\n"
-      ".SH オプション\nどのコマンドにも使えます。\n";
+  std::string page = R"(.TH TOBARINE\-CLI 1 "" "Tobarine )" + std::string(kVersion);
+  page += kBegin;
   options_of(app, page);
   page += ".SH コマンド\n";
   for (const CLI::App* sub : app.get_subcommands([](const CLI::App*) { return true; })) {

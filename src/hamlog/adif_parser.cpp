@@ -127,7 +127,7 @@ std::size_t last_of(std::uint64_t packed) {
   return packed >> 56;
 }
 
-const PackedTags kPackedTags = [] {
+PackedTags pack_tags() {
   PackedTags result;
   for (std::size_t i = 0; i < std::size(kTags); ++i) {
     const std::size_t used = std::min<std::size_t>(kTags[i].name.size(), 8);
@@ -135,7 +135,10 @@ const PackedTags kPackedTags = [] {
     result[last_of(end)].push_back({end, packed_end(std::string(used, '\xFF')), i});
   }
   return result;
-}();
+}
+
+// NOLINTNEXTLINE(cert-err58-cpp): without memory at its start the program cannot do anything
+const PackedTags kPackedTags = pack_tags();
 
 bool ends_with_name(std::string_view head, std::string_view name) {
   if (head.size() < name.size()) return false;

@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <string>
-#include <type_traits>
 
 #include "rules/version.h"
 #include "text/cp932.h"
@@ -23,6 +22,13 @@ std::size_t most_bytes(const QsoRecord& r) {
          r.name.size() + r.grid.size();
 }
 
+// The first Size bytes and the last.
+template <std::size_t Size>
+void copy_ends(std::string_view value, char* out) {
+  std::memcpy(out, value.data(), Size);
+  std::memcpy(out + value.size() - Size, value.data() + value.size() - Size, Size);
+}
+
 }  // namespace
 
 void AdifWriter::write_header() {
@@ -37,18 +43,14 @@ void AdifWriter::write_header() {
 // Values are short; two overlapping copies of a fixed size are faster than one of a variable size.
 void AdifWriter::put_value(std::string_view value) {
   const std::size_t n = value.size();
-  const auto copy = [&]<std::size_t Size>(std::integral_constant<std::size_t, Size>) {
-    std::memcpy(out_, value.data(), Size);
-    std::memcpy(out_ + n - Size, value.data() + n - Size, Size);
-  };
   if (n > 16) {
     std::memcpy(out_, value.data(), n);
   } else if (n >= 8) {
-    copy(std::integral_constant<std::size_t, 8>());
+    copy_ends<8>(value, out_);
   } else if (n >= 4) {
-    copy(std::integral_constant<std::size_t, 4>());
+    copy_ends<4>(value, out_);
   } else if (n >= 2) {
-    copy(std::integral_constant<std::size_t, 2>());
+    copy_ends<2>(value, out_);
   } else if (n == 1) {
     *out_ = value[0];
   }

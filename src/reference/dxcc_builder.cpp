@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "callsign/prefix_table.h"
@@ -21,16 +23,14 @@ bool is_call_char(char c) {
 }
 
 bool is_continent(std::string_view text) {
-  for (const std::string_view known : {"AF", "AN", "AS", "EU", "NA", "OC", "SA"}) {
-    if (text == known) return true;
-  }
-  return false;
+  constexpr std::string_view kContinents[] = {"AF", "AN", "AS", "EU", "NA", "OC", "SA"};
+  return std::ranges::find(kContinents, text) != std::end(kContinents);
 }
 
 class CtyParser {
  public:
-  CtyParser(const std::filesystem::path& path, const EntityList& entities)
-      : path_(path), entities_(entities) {}
+  CtyParser(std::filesystem::path path, const EntityList& entities)
+      : path_(std::move(path)), entities_(entities) {}
 
   DxccFile run() {
     for (const std::string& line : read_text_lines(path_)) {

@@ -48,7 +48,7 @@ std::string date_of(curl_off_t time) {
   std::array<char, 16> text{};
   std::tm utc{};
   gmtime_r(&seconds, &utc);
-  std::strftime(text.data(), text.size(), "%Y/%m/%d", &utc);
+  static_cast<void>(std::strftime(text.data(), text.size(), "%Y/%m/%d", &utc));
   return text.data();
 }
 

@@ -49,7 +49,7 @@ std::string prefecture_name(const std::string& bare) {
 std::string date_text(unsigned year, unsigned month, unsigned day) {
   if (year < 1900 || year > 2999 || month < 1 || month > 12 || day < 1 || day > 31) return "*";
   std::array<char, 48> text{};
-  std::snprintf(text.data(), text.size(), "%04u/%02u/%02u", year, month, day);
+  static_cast<void>(std::snprintf(text.data(), text.size(), "%04u/%02u/%02u", year, month, day));
   return text.data();
 }
 
@@ -174,7 +174,7 @@ class ListReader {
               std::string(number) + std::string(rest));
       return;
     }
-    name = name.substr(0, bracket);
+    name.resize(std::min(bracket, name.size()));
     const auto prefecture = prefectures_.find(std::string(number.substr(0, 2)));
     if (!number.starts_with(heading_) || prefecture == prefectures_.end() || !fits(number)) {
       problem("番号が見出しと合わない行", std::string(number) + std::string(rest));

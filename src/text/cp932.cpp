@@ -252,7 +252,8 @@ std::size_t cp932_length(std::string_view utf8) {
 
 bool has_invalid_byte(std::string_view utf8) {
   // How U+10FF80 to U+10FFFF begin, and nothing else that CP932 has.
-  return utf8.find("\xF4\x8F\xBE") != utf8.npos || utf8.find("\xF4\x8F\xBF") != utf8.npos;
+  return utf8.find("\xF4\x8F\xBE") != std::string_view::npos ||
+         utf8.find("\xF4\x8F\xBF") != std::string_view::npos;
 }
 
 bool has_full_width(std::string_view utf8) {

@@ -6,6 +6,7 @@ namespace tobarine {
 
 // Parses the record at the start of the window. False when the window ends before the record is
 // sure to, and the file does not (`complete`); then nothing counts.
+// NOLINTNEXTLINE(readability-function-cognitive-complexity): one pass, for speed
 bool CsvReader::parse(std::string_view window, bool complete) {
   if (values_.size() < window.size() * kUtf8PerByte) values_.resize(window.size() * kUtf8PerByte);
   ends_.clear();

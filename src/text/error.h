@@ -40,8 +40,8 @@ class UsageError : public Error {
   using Error::Error;
 };
 
-// The path as UTF-8 text for messages, and back; the system's own narrow texts may be in another code
-// page.
+// The path as UTF-8 text for messages, and back; the system's own narrow texts may be in another
+// code page.
 std::string path_text(const std::filesystem::path& path);
 std::filesystem::path path_from_text(std::string_view utf8);
 

@@ -1,6 +1,7 @@
 #include "text/line_index.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "text/cp932.h"
 #include "text/encoding_guess.h"
@@ -20,9 +21,8 @@ std::string lower_ascii(std::string_view text) {
 
 }  // namespace
 
-LineIndex::LineIndex(const std::filesystem::path& file,
-                     const std::function<void(std::string_view)>& visit)
-    : file_(file) {
+LineIndex::LineIndex(std::filesystem::path file, const std::function<void(std::string_view)>& visit)
+    : file_(std::move(file)) {
   LineReader lines(file_);
   EncodingGuess encoding;
   std::string_view line;

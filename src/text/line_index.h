@@ -17,7 +17,7 @@ class LineIndex {
  public:
   // Reads the file once and remembers where its lines stand. `visit` is called with each line's
   // bytes. Throws FileError, RecordError.
-  LineIndex(const std::filesystem::path& file, const std::function<void(std::string_view)>& visit);
+  LineIndex(std::filesystem::path file, const std::function<void(std::string_view)>& visit);
 
   std::size_t size() const { return lines_; }
 

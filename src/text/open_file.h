@@ -9,7 +9,8 @@
 namespace tobarine {
 
 struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+  // Who has written closes by himself, to learn of a failure.
+  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 

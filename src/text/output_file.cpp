@@ -13,12 +13,13 @@ namespace tobarine {
 OutputFile::OutputFile(const std::filesystem::path& path)
     : path_(path), file_(open_file(path, "wb")) {
   if (!file_) throw FileError(path, "書き込み用に開けません: " + system_reason(errno));
-  std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+  static_cast<void>(std::setvbuf(file_.get(), nullptr, _IONBF, 0));
   buffer_.reserve(kFull + kFull / 4);
 }
 
 OutputFile::~OutputFile() {
-  if (file_) std::fwrite(buffer_.data(), 1, buffer_.size(), file_.get());
+  if (!file_) return;
+  static_cast<void>(std::fwrite(buffer_.data(), 1, buffer_.size(), file_.get()));
 }
 
 void OutputFile::flush() {

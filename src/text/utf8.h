@@ -38,13 +38,19 @@ inline void put_utf8(char32_t c, char*& out) {
   }
 }
 
+// The high bits of the bytes that a Word of them holds.
+template <typename Word>
+Word high_bits(const char* bytes) {
+  Word word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word & static_cast<Word>(0x8080808080808080U);
+}
+
 // The length of the leading run of ASCII bytes.
 inline std::size_t ascii_prefix(std::string_view text) {
   std::size_t i = 0;
   for (; i + 8 <= text.size(); i += 8) {
-    std::uint64_t word;
-    std::memcpy(&word, text.data() + i, sizeof word);
-    if ((word & 0x8080808080808080U) != 0) break;
+    if (high_bits<std::uint64_t>(text.data() + i) != 0) break;
   }
   while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80) ++i;
   return i;
@@ -52,19 +58,15 @@ inline std::size_t ascii_prefix(std::string_view text) {
 
 // Asked of every field: words instead of bytes, the last one overlapping the one before.
 inline bool is_ascii(std::string_view text) {
-  const auto high_bits = [&text]<typename Word>(Word, std::size_t at) {
-    Word word;
-    std::memcpy(&word, text.data() + at, sizeof word);
-    return word & static_cast<Word>(0x8080808080808080U);
-  };
+  const char* const bytes = text.data();
   const std::size_t n = text.size();
   if (n >= 8) {
-    std::uint64_t high = high_bits(std::uint64_t(), n - 8);
-    for (std::size_t i = 0; i + 8 < n; i += 8) high |= high_bits(std::uint64_t(), i);
+    auto high = high_bits<std::uint64_t>(bytes + n - 8);
+    for (std::size_t i = 0; i + 8 < n; i += 8) high |= high_bits<std::uint64_t>(bytes + i);
     return high == 0;
   }
   if (n >= 4) {
-    return (high_bits(std::uint32_t(), 0) | high_bits(std::uint32_t(), n - 4)) == 0;
+    return (high_bits<std::uint32_t>(bytes) | high_bits<std::uint32_t>(bytes + n - 4)) == 0;
   }
   return n == 0 || ((text[0] | text[n / 2] | text[n - 1]) & 0x80) == 0;
 }

@@ -44,13 +44,13 @@ void put_digits(unsigned number, int digits, char* at) {
 
 void set_time(const ZloTime& time, ZlogContact& contact) {
   contact.date = "yyyy/mm/dd";
-  put_digits(static_cast<unsigned>(static_cast<int>(time.date.year())), 4, &contact.date[0]);
-  put_digits(static_cast<unsigned>(time.date.month()), 2, &contact.date[5]);
-  put_digits(static_cast<unsigned>(time.date.day()), 2, &contact.date[8]);
+  put_digits(static_cast<unsigned>(static_cast<int>(time.date.year())), 4, contact.date.data());
+  put_digits(static_cast<unsigned>(time.date.month()), 2, contact.date.data() + 5);
+  put_digits(static_cast<unsigned>(time.date.day()), 2, contact.date.data() + 8);
   const auto minutes = static_cast<unsigned>(time.of_day.count());
   contact.time = "hh:mm";
-  put_digits(minutes / 60, 2, &contact.time[0]);
-  put_digits(minutes % 60, 2, &contact.time[3]);
+  put_digits(minutes / 60, 2, contact.time.data());
+  put_digits(minutes % 60, 2, contact.time.data() + 3);
 }
 
 // Replaces `text` by the record's.

@@ -24,7 +24,7 @@ QString qstring(const std::string& text) {
 }
 
 std::filesystem::path path_of(const QString& file) {
-  return std::filesystem::path(file.toStdU16String());
+  return {file.toStdU16String()};
 }
 
 QChar access_key(const QString& name, const Control& control) {
@@ -50,7 +50,7 @@ MainView::MainView() {
 void MainView::find_controls() {
   const MainControls names;
   for_each_control(names, [this](const std::string& name, const Control&) {
-    QObject* const object = findChild<QObject*>(qstring(name));
+    auto* const object = findChild<QObject*>(qstring(name));
     Q_ASSERT(object != nullptr);
     controls_[qstring(name)] = object;
   });
