@@ -107,6 +107,7 @@ class Directions:
 
     def __init__(self, cli, folder, contacts):
         self.contacts = contacts
+        self.folder = folder
         log, n1mm = folder / "log.csv", folder / "n1mm.adi"
         made = min(contacts, MADE_UP)
         for path, make in ((log, make_hamlog), (n1mm, make_n1mm)):
@@ -139,8 +140,11 @@ class Directions:
     def measure(self, rounds):
         """Lines of a table."""
         best = {name: float("inf") for name in self.commands}
+        outputs = [self.folder / f"out{ending}" for ending in ("", ".all", ".zlo", ".csv")]
         for _ in range(rounds):
             for name, (_, _, command) in self.commands.items():
+                for path in outputs:  # or the next command pays for their removal
+                    path.unlink(missing_ok=True)
                 best[name] = min(best[name], seconds_of(command))
         for name, (stick, source, command) in self.commands.items():
             seconds = best[name]
