@@ -14,6 +14,8 @@ OutputFile::OutputFile(const std::filesystem::path& path)
     : path_(path), file_(open_file(path, "wb")) {
   if (!file_) throw FileError(path, "書き込み用に開けません: " + system_reason(errno));
   static_cast<void>(std::setvbuf(file_.get(), nullptr, _IONBF, 0));
+  std::error_code error;
+  visible_ = std::filesystem::exists(path, error);  // not so for the devices of some systems
   buffer_.reserve(kFull + kFull / 4);
 }
 
@@ -42,7 +44,8 @@ void OutputFile::close() {
     throw FileError(path_, "書き込めません: " + system_reason(errno));
   }
   std::error_code error;
-  if (!std::filesystem::exists(path_, error)) throw FileError(path_, "書いている間に消されました");
+  if (visible_ && !std::filesystem::exists(path_, error))
+    throw FileError(path_, "書いている間に消されました");
 }
 
 void overwrite_start_of_file(const std::filesystem::path& path, std::string_view bytes) {

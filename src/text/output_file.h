@@ -32,6 +32,7 @@ class OutputFile {
   static constexpr std::size_t kFull = std::size_t{1} << 18;
   std::filesystem::path path_;
   FileHandle file_;
+  bool visible_ = false;  // under its path
   std::string buffer_;
 };
 
