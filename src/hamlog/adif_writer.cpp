@@ -88,13 +88,9 @@ void AdifWriter::common_tags(const AdifContact& contact) {
   put(" <QSO_DATE:8:d>");
   put_encoded(r.qso_date);
   put(" <TIME_ON:4>");
-  if (contains(r.time_on, ":")) {
-    std::string digits = r.time_on;
-    replace_all(digits, ":", "");
-    put_encoded(left_chars(digits, 4));
-  } else {
-    put_encoded(left_chars(r.time_on, 4));
-  }
+  std::string digits = r.time_on;  // short: no allocation
+  if (contains(digits, ":")) replace_all(digits, ":", "");
+  put_encoded(left_chars(digits, 4));
   tag(" <MODE:", r.adif_mode);
   tag(" <BAND:", r.band);
   if (!contact.band_only) tag(" <FREQ:", r.freq);

@@ -132,7 +132,6 @@ void H2lRules::derive_comment(QsoRecord& r, std::string_view kept1, std::string_
 
 void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2) {
   if (options_.write_qth) trim_in_place(r.qth);
-  if (!asks_for_calls(options_, target_)) return;
   const bool qth_wanted = options_.write_qth && r.qth.empty() && target_ == AdifTarget::kLogger32;
   if (!options_.write_state && !qth_wanted) return;
   const bool marked = contains(kept1, kDxMarker) || contains(kept2, kDxMarker);
