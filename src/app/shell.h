@@ -20,11 +20,21 @@ struct FileQuestion {
   std::vector<std::string> patterns;  // "*.csv"
 };
 
+// A question with a button for each answer, and 「やめる」 beside them.
+struct Choice {
+  std::string title;
+  std::string text;
+  std::vector<std::string> answers;
+};
+
 class Shell {
  public:
   virtual ~Shell() = default;
 
   virtual std::optional<std::filesystem::path> choose_file(const FileQuestion& question) = 0;
+
+  // The index of the answer; nothing: the user wants none of it.
+  virtual std::optional<std::size_t> ask(const Choice& choice) = 0;
 
   enum class Icon { kInformation, kCritical };
   virtual void show_message(Icon icon, const MessageBox& message) = 0;

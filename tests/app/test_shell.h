@@ -19,6 +19,13 @@ class TestShell : public Shell {
     files.pop_front();
     return file;
   }
+  std::optional<std::size_t> ask(const Choice& choice) override {
+    choices.push_back(choice);
+    if (answers.empty()) return std::nullopt;
+    const std::size_t answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
   void show_message(Icon icon, const MessageBox& message) override {
     messages.push_back({(icon == Icon::kCritical ? "!" : "") + message.title, message.text});
   }
@@ -41,6 +48,8 @@ class TestShell : public Shell {
 
   std::deque<std::filesystem::path> files;  // that the user will choose; none: cancels
   std::vector<FileQuestion> asked;
+  std::deque<std::size_t> answers;  // that the user will give; none: cancels
+  std::vector<Choice> choices;
   std::vector<MessageBox> messages;  // "!" in front of the title: critical
   std::vector<std::filesystem::path> viewed, edited;
   std::vector<std::function<Finish()>> background;

@@ -223,6 +223,25 @@ TEST_F(WindowTest, ADroppedLogIsOpenedAndRemembered) {
   EXPECT_EQ(commands_->input(), log);
 }
 
+TEST_F(WindowTest, AQuestionIsAnsweredByAButtonOrLeftByEscape) {
+  const auto ask_and = [this](auto act) {
+    QTimer::singleShot(0, [act] {
+      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      EXPECT_TRUE(box->text().contains("JST"));
+      act(*box);
+    });
+    return shell_->ask({"Tobarine", "JST?", {"はい", "いいえ"}});
+  };
+  const auto click_no = [](QMessageBox& box) {
+    for (QAbstractButton* const button : box.buttons()) {
+      if (plain(button->text()) == "いいえ") button->click();
+    }
+  };
+  EXPECT_EQ(ask_and(click_no), 1U);
+  EXPECT_EQ(ask_and([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }), std::nullopt);
+}
+
 TEST_F(WindowTest, EscapeStopsALongRun) {
   std::string log;
   for (int i = 0; i < 400000; ++i) log += "JA1ABC,24/05/01,12:00U,59,59,7,CW,1001,,J  ,,,,,0\n";

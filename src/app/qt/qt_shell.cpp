@@ -4,7 +4,9 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -91,6 +93,21 @@ std::optional<std::filesystem::path> QtShell::choose_file(const FileQuestion& qu
                                                       qstring(question.title), folder, filter);
   if (chosen.isEmpty()) return std::nullopt;
   return std::filesystem::path(chosen.toStdU16String());
+}
+
+std::optional<std::size_t> QtShell::ask(const Choice& choice) {
+  QMessageBox box(QMessageBox::Question, qstring(choice.title),
+                  qstring(choice.text).replace("\r\n", "\n"), QMessageBox::NoButton,
+                  QApplication::activeWindow());
+  std::vector<QAbstractButton*> buttons;
+  for (const std::string& answer : choice.answers) {
+    buttons.push_back(box.addButton(qstring(answer), QMessageBox::ActionRole));
+  }
+  box.setEscapeButton(box.addButton("やめる", QMessageBox::RejectRole));
+  box.exec();
+  const auto clicked = std::ranges::find(buttons, box.clickedButton());
+  if (clicked == buttons.end()) return std::nullopt;
+  return static_cast<std::size_t>(clicked - buttons.begin());
 }
 
 void QtShell::show_message(Icon icon, const MessageBox& message) {

@@ -27,6 +27,7 @@ class QtShell : public Shell {
   ZlogView* zlog_view() { return zlog_view_.get(); }
 
   std::optional<std::filesystem::path> choose_file(const FileQuestion& question) override;
+  std::optional<std::size_t> ask(const Choice& choice) override;
   void show_message(Icon icon, const MessageBox& message) override;
   std::tm now() override;
   void mirror() override;
