@@ -31,7 +31,7 @@ void settings(std::string_view bytes) {
     const bool broken = has_invalid_byte(from_cp932(bytes));
     require(quoted || broken || bytes_of(file) == once, "settings are written as they were read");
     h2l_options(again);
-    l2h_options(again, again.Op_1);
+    l2h_options(again, again.time_conversion);
     adif_to_zlog_options(again);
   } catch (const Error&) {
   }

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/option_table.h"
 #include "rules/version.h"
 #include "text/error.h"
 #include "text/folder.h"
@@ -18,12 +19,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t kBandGridRows = 20;
 constexpr std::size_t kModeGridRows = 30;
 constexpr std::string_view kNeverFetched = "受信履歴無し";
-
-// The settings behind Check1 to Check14; the other two are texts.
-constexpr std::int16_t Settings::*kNumberedChecks[] = {
-    &Settings::Chk_1,  &Settings::Chk_2,  &Settings::Chk_3,  &Settings::Chk_4, &Settings::Chk_5,
-    &Settings::Chk_6,  &Settings::Chk_7,  &Settings::Chk_8,  &Settings::Chk_9, &Settings::Chk_10,
-    &Settings::Chk_11, &Settings::Chk_12, &Settings::Chk_13, &Settings::Chk_14};
 
 // Of the buttons of a group the chosen one only is checked.
 void select(std::span<Control> options, int index) {
@@ -85,7 +80,7 @@ void MainWindow::command(std::string_view name) {
 }
 
 void MainWindow::trace(std::string_view line) {
-  if (settings_.Chk_15 == "1") start_.trace.line(line);
+  if (settings_.write_trace_log == "1") start_.trace.line(line);
 }
 
 void MainWindow::tell(Shell::Icon icon, std::string_view title, std::string_view text) {
@@ -122,27 +117,20 @@ void MainWindow::load() {
   trace("     Open strPath & Band_tbl.ini For Input As #f_i");
   trace("     Open strPath & Mode_tbl.ini For Input As #f_i");
   fill_grids();
-  for (std::string* date : {&settings_.JCC_date, &settings_.JCG_date}) {
+  for (std::string* date : {&settings_.jcc_list_date, &settings_.jcg_list_date}) {
     if (date->empty()) *date = kNeverFetched;
   }
-  if (settings_.Chk_13 == 1) look_for_new_lists(true);
+  if (settings_.check_lists_at_start == 1) look_for_new_lists(true);
   trace("         Form_Load()  OK");
   controls.Check[16].tip = "ＱＴＨ欄が空白で無ければ転記します";
   shell_.mirror();
 }
 
 void MainWindow::show_settings() {
-  for (std::size_t i = 0; i < std::size(kNumberedChecks); ++i) {
-    controls.Check[i + 1].checked = settings_.*kNumberedChecks[i] == 1;
-  }
-  controls.Check[15].checked = settings_.Chk_15 == "1";
-  controls.Check[16].checked = settings_.Chk_16 == "1";
-  select(controls.Option1, settings_.Op_1);
-  select(controls.Option2, settings_.Op_2);
-  select(controls.Option3, settings_.Op_3);
-  controls.txtWas.text = settings_.was_moji;
-  controls.txtYYYY.text = settings_.set_YYYY == "0" ? "" : settings_.set_YYYY;
-  if (settings_.Chk_12 == 1) set_year_from_system();
+  for_each_control(controls, [this](std::string_view name, Control& control) {
+    show_option(settings_, Option::Window::kMain, name, control);
+  });
+  if (settings_.year_from_system == 1) set_year_from_system();
   show_time_mode();
   colour_options();
 }
@@ -161,32 +149,28 @@ void MainWindow::colour_options() {
 }
 
 void MainWindow::check(std::size_t number, bool checked) {
-  if (number == 0 || number >= controls.Check.size()) return;
+  const Option* const option = find_option(Option::Window::kMain, "Check" + std::to_string(number));
+  if (option == nullptr) return;
   controls.Check[number].checked = checked;
-  if (number <= std::size(kNumberedChecks)) {
-    settings_.*kNumberedChecks[number - 1] = checked ? 1 : 0;
-  } else {
-    (number == 15 ? settings_.Chk_15 : settings_.Chk_16) = checked ? "1" : "0";
-  }
+  set_option(settings_, *option, checked ? "1" : "0");
   if (number == 12) {
     controls.txtYYYY.read_only = false;
     if (checked) set_year_from_system();
   }
   colour_options();
-  // These two reach the file with the next write, whoever makes it.
-  if (number != 13 && number != 14) save_settings();
+  if (option->saved == Option::Saved::kAtOnce) save_settings();
   shell_.mirror();
 }
 
 void MainWindow::set_year_from_system() {
   constexpr int kYearsFrom = 1900;
-  settings_.set_YYYY = std::to_string(shell_.now().tm_year + kYearsFrom);
-  controls.txtYYYY.text = settings_.set_YYYY;
+  settings_.year = std::to_string(shell_.now().tm_year + kYearsFrom);
+  controls.txtYYYY.text = settings_.year;
   controls.txtYYYY.read_only = true;
 }
 
 TimeMode MainWindow::show_time_mode() {
-  const TimeMode mode = set_time_mode(settings_.Op_1, kind_ == LogKind::kAdif);
+  const TimeMode mode = set_time_mode(settings_.time_conversion, kind_ == LogKind::kAdif);
   const TimeModeExplanation explanation = explain_time_mode(mode);
   controls.lblJ2U[0].text = explanation.first_line;
   controls.lblJ2U[1].text = explanation.second_line;
@@ -194,9 +178,9 @@ TimeMode MainWindow::show_time_mode() {
 }
 
 void MainWindow::select_option1(std::size_t index) {
-  settings_.Op_1 = static_cast<std::int16_t>(index);
-  select(controls.Option1, settings_.Op_1);
-  settings_.utc_jst_str = time_mode_keyword(show_time_mode());
+  settings_.time_conversion = static_cast<std::int16_t>(index);
+  select(controls.Option1, settings_.time_conversion);
+  settings_.zlog_time = time_mode_keyword(show_time_mode());
   colour_options();
   save_settings();
   shell_.mirror();
@@ -204,16 +188,16 @@ void MainWindow::select_option1(std::size_t index) {
 
 void MainWindow::select_option2(std::size_t index) {
   clear_counts();
-  settings_.Op_2 = static_cast<std::int16_t>(index);
-  select(controls.Option2, settings_.Op_2);
+  settings_.state_remarks = static_cast<std::int16_t>(index);
+  select(controls.Option2, settings_.state_remarks);
   colour_options();
   save_settings();
   shell_.mirror();
 }
 
 void MainWindow::select_option3(std::size_t index) {
-  settings_.Op_3 = static_cast<std::int16_t>(index);
-  select(controls.Option3, settings_.Op_3);
+  settings_.zlog_in_jst = static_cast<std::int16_t>(index);
+  select(controls.Option3, settings_.zlog_in_jst);
   colour_options();
   save_settings();
   shell_.mirror();
@@ -225,7 +209,7 @@ void MainWindow::select_option_dx(std::size_t index) {
 }
 
 void MainWindow::edit_was(std::string_view text) {
-  controls.txtWas.text = settings_.was_moji = text;  // reaches the file with the next write
+  controls.txtWas.text = settings_.state_keyword = text;  // reaches the file with the next write
 }
 
 void MainWindow::clear_was() {
@@ -233,7 +217,7 @@ void MainWindow::clear_was() {
 }
 
 void MainWindow::edit_year(std::string_view text) {
-  controls.txtYYYY.text = settings_.set_YYYY = text;
+  controls.txtYYYY.text = settings_.year = text;
   save_settings();
 }
 

@@ -108,7 +108,7 @@ void MainWindow::run_to_adif(bool eqsl) {
 void MainWindow::run_l2h_command() {
   if (!controls.cmdL2H.enabled) return;
   convert([&](const RunContext& context) {
-    const L2hJob job{input_, output_, l2h_options(settings_, settings_.Op_1),
+    const L2hJob job{input_, output_, l2h_options(settings_, settings_.time_conversion),
                      temporary_folders(folder_)};
     return run_l2h(job, tables_, call_tables(), place_tables(), l2h_state_, context);
   });

@@ -80,7 +80,7 @@ CodesLearned learn_codes(const fs::path& log, const CallAnalysis& calls, const f
 }
 
 std::array<std::string, 3> dates_of_our_lists(const Settings& s) {
-  return {s.JCC_date, s.JCG_date, s.JCG_date};
+  return {s.jcc_list_date, s.jcg_list_date, s.jcg_list_date};
 }
 
 bool is_newer_list(const std::string& server_date, const std::string& our_date) {
@@ -92,8 +92,8 @@ void keep_jarl_lists(const JarlLists& fetched, const fs::path& folder, Settings&
   for (std::size_t i = 0; i < fetched.lists.size(); ++i) {
     replace_file(file_in(folder, kListFiles[i]), fetched.lists[i]);
   }
-  settings.JCC_date = fetched.dates[0];
-  settings.JCG_date = fetched.dates[1];
+  settings.jcc_list_date = fetched.dates[0];
+  settings.jcg_list_date = fetched.dates[1];
   write_settings(settings, file_in(folder, kSettingsFile));
 }
 

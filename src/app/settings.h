@@ -1,4 +1,4 @@
-// The user's options, kept in `Tobarine.ini` of the program folder. Names are the file's keys.
+// The user's options, kept in `Tobarine.ini` of the program folder.
 #pragma once
 
 #include <cstdint>
@@ -15,47 +15,50 @@ namespace tobarine {
 
 inline constexpr std::string_view kSettingsFile = "Tobarine.ini";
 
+// What each means tells its row of the option table. Numbers are 0 or 1 and texts "" or "1", unless
+// a comment says otherwise.
 struct Settings {
-  std::int16_t Chk_1 = 0;   // remarks 1 go into the comment
-  std::int16_t Chk_2 = 0;   // remarks 2 go into the comment
-  std::int16_t Chk_3 = 0;   // leave out contacts logged in JST
-  std::int16_t Chk_4 = 0;   // leave out contacts with a code up to 500A
-  std::int16_t Chk_5 = 0;   // remarks 1 even with full-width characters
-  std::int16_t Chk_6 = 0;   // remarks 2 even with full-width characters
-  std::int16_t Chk_7 = 0;   // calls with "/" change the comment (eQSL.cc)
-  std::int16_t Chk_8 = 0;   // write half-width names
-  std::int16_t Chk_9 = 0;   // US state
-  std::int16_t Chk_10 = 0;  // the state stands behind the keyword
-  std::int16_t Chk_11 = 0;  // the state stands behind the keyword or alone
-  std::int16_t Op_1 = 0;    // time conversion, 0 .. 3
-  std::int16_t Op_2 = 0;    // remarks that hold the state: 0, 1; 2 either
-  std::string was_moji;     // the state keyword
-  std::int16_t Chk_12 = 0;  // the year comes from the system date (zLog)
-  std::int16_t Chk_13 = 0;  // check the JARL lists at start
-  std::int16_t Chk_14 = 0;  // "$DX" goes into the comment
-  std::string Chk_15;       // "1": write the trace log
-  std::string Chk_16;       // "1": write the QTH
-  std::string set_YYYY;     // year (zLog)
-  std::int16_t Op_3 = 0;    // zLog times are 0: UTC, 1: JST
-  std::string JCC_date;
-  std::string JCG_date;
-  std::string set_STX;          // the next are all for ADIF to zLog: number sent by all
-  std::string utc_jst_str;      // time: "", "None", "ALL_J", "ALL_U"
-  std::string del_power_flag;   // "1": without the received number's power letter
-  std::string zlog_all_jst;     // "1": the .all in JST whatever the others are
-  std::string freq_only_MHz_1;  // read and written back only
-  std::string OP_name_tenki;    // "1": write the operator, and so on
-  std::string TX_NR_tenki;
-  std::string COMMENT_tenki;
-  std::string AGE_tenki;
-  std::string IOTA_tenki;
-  std::string TX_NR_rmks;  // the CSV's remarks that take it: "1" or "2", and so on
-  std::string COMMENT_rmks;
-  std::string AGE_rmks;
-  std::string IOTA_rmks;
-  std::string TX_NR_001;        // "1": a running number is sent
-  std::string freq_only_MHz_2;  // "1": the CSV's frequency without decimals
-  std::string csv_qth;          // "1": the QTH tag goes into the CSV
+  std::int16_t use_rmks1 = 0;
+  std::int16_t use_rmks2 = 0;
+  std::int16_t leave_out_jst = 0;
+  std::int16_t leave_out_japanese_codes = 0;
+  std::int16_t keep_full_width_rmks1 = 0;
+  std::int16_t keep_full_width_rmks2 = 0;
+  std::int16_t slash_call_in_comment = 0;
+  std::int16_t write_name = 0;
+  std::int16_t write_state = 0;
+  std::int16_t state_after_keyword = 0;
+  std::int16_t state_after_keyword_or_alone = 0;
+  std::int16_t time_conversion = 0;  // 0 .. 3, the index of the window's button
+  std::int16_t state_remarks = 0;    // 0, 1; 2: either
+  std::string state_keyword;         // any text
+  std::int16_t year_from_system = 0;
+  std::int16_t check_lists_at_start = 0;
+  std::int16_t dx_marker_in_comment = 0;
+  std::string write_trace_log;
+  std::string write_qth;
+  std::string year;  // a number; "0": none
+  std::int16_t zlog_in_jst = 0;
+  std::string jcc_list_date;  // yyyy/mm/dd, or any text
+  std::string jcg_list_date;
+  // From here on for ADIF to zLog.
+  std::string sent_number;  // any text; "0": none
+  std::string zlog_time;    // a time mode's keyword
+  std::string drop_power_letter;
+  std::string all_in_jst;
+  std::string whole_mhz_unused;  // read and written back only
+  std::string write_operator;
+  std::string write_tx_number;
+  std::string write_comment;
+  std::string write_age;
+  std::string write_iota;
+  std::string tx_number_remarks;  // "1" or "2", and so on
+  std::string comment_remarks;
+  std::string age_remarks;
+  std::string iota_remarks;
+  std::string running_number;
+  std::string whole_mhz;
+  std::string write_qth_to_csv;
 };
 
 // The values written when there is no settings file yet.
@@ -68,9 +71,9 @@ Settings read_settings(const std::filesystem::path& file);
 // `TX_NR_rmks` is written with the value of `TX_NR_tenki`, as it always has been. Throws FileError.
 void write_settings(const Settings& settings, const std::filesystem::path& file);
 
-// Sets one value by its key; numbers are read as the file's are, texts are cut to 79 characters.
-// False: no such key.
-bool set_setting(Settings& settings, std::string_view name, std::string_view value);
+// Sets one value by its name or key, texts cut to 79 characters. Throws UsageError, which lists
+// what is allowed, for an unknown name and for a value that the option does not take.
+void set_setting(Settings& settings, std::string_view name, std::string_view value);
 
 // The options that a Hamlog-to-ADIF run takes from the settings.
 H2lOptions h2l_options(const Settings& settings);

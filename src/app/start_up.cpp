@@ -17,8 +17,8 @@ StartUp start_up(const StartUpInput& input) {
   std::error_code error;
   const bool first_start = !std::filesystem::exists(settings_file, error);
   if (!first_start) start.settings = read_settings(settings_file);
-  if (start.settings.Chk_15.empty()) start.settings.Chk_15 = "1";
-  if (start.settings.Chk_15 == "1") {
+  if (start.settings.write_trace_log.empty()) start.settings.write_trace_log = "1";
+  if (start.settings.write_trace_log == "1") {
     start.trace.open(input.folder / trace_log_name(input.local_time));
     start.trace_line("Tobarine_log.txt");
     start.trace_line("strPath : " + start.folder);

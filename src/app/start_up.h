@@ -37,7 +37,7 @@ struct StartUp {
 
   // Appends a line to the trace log while tracing is on.
   void trace_line(std::string_view text) {
-    if (settings.Chk_15 == "1") trace.line(text);
+    if (settings.write_trace_log == "1") trace.line(text);
   }
 };
 

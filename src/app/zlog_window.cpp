@@ -2,34 +2,13 @@
 
 #include <system_error>
 
+#include "app/option_table.h"
 #include "hamlog/adif_reader.h"
 #include "text/error.h"
 #include "text/folder.h"
 
 namespace tobarine {
-namespace {
-
 namespace fs = std::filesystem;
-
-constexpr std::array<std::string_view, 3> kTimeModes = {"None", "ALL_J", "ALL_U"};
-
-// The settings behind the check boxes.
-struct CheckSetting {
-  std::size_t number;
-  std::string Settings::*setting;
-};
-constexpr CheckSetting kChecks[] = {
-    {1, &Settings::zlog_all_jst},   {2, &Settings::del_power_flag}, {4, &Settings::OP_name_tenki},
-    {5, &Settings::csv_qth},        {7, &Settings::TX_NR_001},      {8, &Settings::freq_only_MHz_2},
-    {10, &Settings::COMMENT_tenki}, {11, &Settings::TX_NR_tenki},   {12, &Settings::AGE_tenki},
-    {13, &Settings::IOTA_tenki},
-};
-
-// In the order of kZlogCombos.
-constexpr std::array<std::string Settings::*, 4> kRemarks = {
-    &Settings::COMMENT_rmks, &Settings::TX_NR_rmks, &Settings::AGE_rmks, &Settings::IOTA_rmks};
-
-}  // namespace
 
 ZlogControls::ZlogControls() {
   Check[1].text = "zLog．all  全て ＪＳＴ に変換";
@@ -72,45 +51,39 @@ void ZlogWindow::show_settings() {
   const auto colour = [](Control& control) {
     control.colour = control.checked ? Colour::kLightBlue : Colour::kBlack;
   };
-  for (const CheckSetting& check : kChecks) {
-    controls.Check[check.number].checked = s.*check.setting == "1";
-    colour(controls.Check[check.number]);
-  }
-  const AdifToZlogOptions options = adif_to_zlog_options(s);
-  controls.Option2[0].checked = !options.zlog.zlo_to_jst && s.utc_jst_str != kTimeModes[2];
-  controls.Option2[1].checked = options.zlog.zlo_to_jst;
-  controls.Option2[2].checked = !controls.Option2[0].checked && !controls.Option2[1].checked;
+  for_each_zlog_control(controls, [&s](std::string_view name, Control& control) {
+    show_option(s, Option::Window::kZlog, name, control);
+  });
+  // The main window's choices of the same setting are shown as what they come to here.
+  controls.Option2[1].checked = adif_to_zlog_options(s).zlog.zlo_to_jst;
+  controls.Option2[0].checked = !controls.Option2[1].checked && !controls.Option2[2].checked;
+  for (Control& check : controls.Check) colour(check);
   for (Control& option : controls.Option2) colour(option);
-  for (std::size_t i = 0; i < kRemarks.size(); ++i) {
-    controls.Combo[i].text = s.*kRemarks[i] == "2" ? "2" : "1";
+}
+
+void ZlogWindow::set(std::string_view control, std::string_view value) {
+  if (const Option* const option = find_option(Option::Window::kZlog, control)) {
+    set_option(main_.shared_settings(), *option, value);
   }
-  controls.Text7.text = options.zlog.sent_number;
+  main_.save_settings();
+  show_settings();
+  shell_.mirror();
 }
 
 void ZlogWindow::check(std::size_t number, bool checked) {
-  for (const CheckSetting& known : kChecks) {
-    if (known.number == number) main_.shared_settings().*known.setting = checked ? "1" : "0";
-  }
-  main_.save_settings();
-  show_settings();
-  shell_.mirror();
+  set("Check" + std::to_string(number), checked ? "1" : "0");
 }
 
 void ZlogWindow::select_option2(std::size_t index) {
-  main_.shared_settings().utc_jst_str = kTimeModes[index];
-  main_.save_settings();
-  show_settings();
-  shell_.mirror();
+  set("Option2", find_option(Option::Window::kZlog, "Option2")->values[index].value);
 }
 
 void ZlogWindow::choose_remarks(std::size_t combo, std::string_view remarks) {
-  main_.shared_settings().*kRemarks[combo] = remarks;
-  main_.save_settings();
-  show_settings();
+  set(kZlogCombos[combo], remarks);
 }
 
 void ZlogWindow::edit_sent_number(std::string_view text) {
-  controls.Text7.text = main_.shared_settings().set_STX = text;
+  controls.Text7.text = main_.shared_settings().sent_number = text;
   main_.save_settings();
 }
 

@@ -78,6 +78,7 @@ class ZlogWindow {
   ZlogControls controls;
 
  private:
+  void set(std::string_view control, std::string_view value);  // what the control shows
   void show_settings();
   void edit(std::string_view extension);
   void tell(const std::string& text);

@@ -18,11 +18,10 @@ Session::Session(const CliOptions& options)
   settings_ = fs::exists(file, error) ? read_settings(file) : first_start_settings();
   for (const std::string& assignment : options.set) {
     const std::size_t equals = assignment.find('=');
-    const std::string key = assignment.substr(0, equals);
-    if (equals == std::string::npos ||
-        !set_setting(settings_, key, assignment.substr(equals + 1))) {
-      throw UsageError("--set の設定がありません: " + assignment);
+    if (equals == std::string::npos) {
+      throw UsageError("--set は「名前=値」の形で書いて下さい: " + assignment);
     }
+    set_setting(settings_, assignment.substr(0, equals), assignment.substr(equals + 1));
   }
   if (!options.trace.empty()) {
     trace_.open(options.trace);

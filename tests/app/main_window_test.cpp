@@ -65,7 +65,7 @@ TEST_F(MainWindowTest, AtTheFirstStartNoInputIsChosen) {
   EXPECT_EQ(see().Check[3].colour, Colour::kBlack);
   EXPECT_TRUE(see().Option1[2].checked && see().Option2[2].checked && see().Option3[0].checked);
   EXPECT_EQ(see().txtWas.text, "WAS=");
-  EXPECT_EQ(window_->settings().JCC_date, "受信履歴無し");
+  EXPECT_EQ(window_->settings().jcc_list_date, "受信履歴無し");
   EXPECT_EQ(see().Check[16].tip, "ＱＴＨ欄が空白で無ければ転記します");
   EXPECT_EQ(window_->bands.cell(1, 1), "70CM");
   EXPECT_EQ(window_->modes.cell(1, 2), "RTY");
@@ -96,7 +96,7 @@ TEST_F(MainWindowTest, SettingsSurviveTheLoadStep) {
   start();
   EXPECT_TRUE(see().Check[5].checked && see().Option3[1].checked);
   EXPECT_FALSE(see().Check[1].checked);
-  EXPECT_EQ(saved().Chk_2, 1);
+  EXPECT_EQ(saved().use_rmks2, 1);
 }
 
 TEST_F(MainWindowTest, OpensAHamlogCsv) {
@@ -126,8 +126,8 @@ TEST_F(MainWindowTest, OpensAnAdif) {
   EXPECT_FALSE(see().Option1[2].enabled || see().Check[8].enabled);
   window_->select_option1(1);
   EXPECT_EQ(see().lblJ2U[1].text, "全てを JST に変換");
-  EXPECT_EQ(saved().Op_1, 1);
-  EXPECT_EQ(saved().utc_jst_str, "ALL_J_adi");
+  EXPECT_EQ(saved().time_conversion, 1);
+  EXPECT_EQ(saved().zlog_time, "ALL_J_adi");
 }
 
 TEST_F(MainWindowTest, OpensZlogLogs) {
@@ -297,29 +297,29 @@ TEST_F(MainWindowTest, TheUserCanStopARun) {
 
 TEST_F(MainWindowTest, OptionsAreSavedTheMomentTheyChange) {
   for (std::size_t i = 1; i <= 12; ++i) window_->check(i, i != 1);
-  EXPECT_EQ(saved().Chk_1, 0);
-  EXPECT_EQ(saved().Chk_9, 1);
-  EXPECT_EQ(saved().set_YYYY, "2026");
+  EXPECT_EQ(saved().use_rmks1, 0);
+  EXPECT_EQ(saved().write_state, 1);
+  EXPECT_EQ(saved().year, "2026");
   EXPECT_TRUE(see().txtYYYY.read_only);
   window_->check(12, false);
   EXPECT_FALSE(see().txtYYYY.read_only);
   window_->edit_year("1999");
-  EXPECT_EQ(saved().set_YYYY, "1999");
+  EXPECT_EQ(saved().year, "1999");
   window_->check(16, true);
-  EXPECT_EQ(saved().Chk_16, "1");
+  EXPECT_EQ(saved().write_qth, "1");
   window_->check(13, true);
   window_->check(14, true);
-  EXPECT_EQ(saved().Chk_13, 0);  // with the next write
+  EXPECT_EQ(saved().check_lists_at_start, 0);  // with the next write
   window_->select_option2(0);
-  EXPECT_EQ(saved().Op_2, 0);
-  EXPECT_EQ(saved().Chk_13, 1);
-  EXPECT_EQ(saved().Chk_14, 1);
+  EXPECT_EQ(saved().state_remarks, 0);
+  EXPECT_EQ(saved().check_lists_at_start, 1);
+  EXPECT_EQ(saved().dx_marker_in_comment, 1);
   EXPECT_EQ(see().Option2[0].colour, Colour::kLightBlue);
   EXPECT_EQ(see().Option2[2].colour, Colour::kBlack);
   window_->command("Command1");
   EXPECT_EQ(see().txtWas.text, "");
   window_->edit_was("ST:");
-  EXPECT_EQ(window_->settings().was_moji, "ST:");
+  EXPECT_EQ(window_->settings().state_keyword, "ST:");
 }
 
 TEST_F(MainWindowTest, ShowsFilesThatExist) {
@@ -363,7 +363,7 @@ TEST_F(MainWindowTest, ExitSavesTheGridsAndDeletesTheIndexFiles) {
   EXPECT_EQ(shell_.quits, 1);
   EXPECT_FALSE(fs::exists(home() / "a.hdx") || fs::exists(home() / "B.HDX"));
   EXPECT_TRUE(fs::exists(home() / "a.hdb"));
-  EXPECT_EQ(saved().JCC_date, "受信履歴無し");
+  EXPECT_EQ(saved().jcc_list_date, "受信履歴無し");
   EXPECT_EQ(read_text_lines(home() / "Band_tbl.ini")[0], "\"1\",\"70CM\",\"430\",\"70cm\",\"\"");
   EXPECT_EQ(read_text_lines(home() / "Band_tbl.ini").size(), 10U);
   EXPECT_EQ(read_text_lines(home() / "Mode_tbl.ini")[1], "\"2\",\"X\",\"P31\"");

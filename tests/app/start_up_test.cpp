@@ -43,13 +43,13 @@ TEST_F(StartUpTest, TheFirstStartWritesSettingsAndTracesThem) {
 TEST_F(StartUpTest, ALaterStartLeavesTheSettingsAlone) {
   const auto file = folder_.text("TOBARINE.INI", "[Config]\r\nChk_7=1\r\n");
   StartUp start = start_up(input_);
-  EXPECT_EQ(start.settings.Chk_7, 1);
-  EXPECT_EQ(start.settings.Chk_15, "1");
+  EXPECT_EQ(start.settings.slash_call_in_comment, 1);
+  EXPECT_EQ(start.settings.write_trace_log, "1");
   EXPECT_EQ(TestFolder::bytes_of(file), "[Config]\r\nChk_7=1\r\n");
   EXPECT_FALSE(contains(log(), "ini_write_new"));
-  start.settings.Chk_15 = "0";
+  start.settings.write_trace_log = "0";
   start.trace_line("not written");
-  start.settings.Chk_15 = "1";
+  start.settings.write_trace_log = "1";
   start.trace_line("書く");
   EXPECT_TRUE(log().ends_with("Tobarine.Show\r\n" + to_cp932("書く") + "\r\n"));
 }
@@ -57,7 +57,7 @@ TEST_F(StartUpTest, ALaterStartLeavesTheSettingsAlone) {
 TEST_F(StartUpTest, WithoutTracingThereIsNoLogAndLinesAreHarmless) {
   folder_.text("Tobarine.ini", "[Config]\r\nChk_15=0\r\n");
   StartUp start = start_up(input_);
-  start.settings.Chk_15 = "1";  // switched on during the run
+  start.settings.write_trace_log = "1";  // switched on during the run
   start.trace_line("nowhere");
   EXPECT_FALSE(std::filesystem::exists(folder_ / "20261115_234100.txt"));
 }

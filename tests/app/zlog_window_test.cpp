@@ -36,15 +36,15 @@ TEST_F(ZlogWindowTest, OptionsAreSavedTheMomentTheyChange) {
   window_.check(11, true);
   window_.choose_remarks(0, "2");
   window_.edit_sent_number("13M");
-  EXPECT_EQ(saved().COMMENT_tenki, "1");
-  EXPECT_EQ(saved().COMMENT_rmks, "2");
-  EXPECT_EQ(saved().set_STX, "13");  // as a number is what the file gives back
-  EXPECT_EQ(main_.settings().set_STX, "13M");
+  EXPECT_EQ(saved().write_comment, "1");
+  EXPECT_EQ(saved().comment_remarks, "2");
+  EXPECT_EQ(saved().sent_number, "13");  // as a number is what the file gives back
+  EXPECT_EQ(main_.settings().sent_number, "13M");
   EXPECT_EQ(window_.controls.Check[10].colour, Colour::kLightBlue);
   window_.choose_remarks(1, "2");
-  EXPECT_EQ(saved().TX_NR_rmks, "1");  // written with the check box's value, as ever
+  EXPECT_EQ(saved().tx_number_remarks, "1");  // written with the check box's value, as ever
   window_.select_option2(1);
-  EXPECT_EQ(saved().utc_jst_str, "ALL_J");
+  EXPECT_EQ(saved().zlog_time, "ALL_J");
   EXPECT_TRUE(window_.controls.Option2[1].checked && !window_.controls.Option2[0].checked);
   window_.load();
   EXPECT_EQ(window_.controls.Text7.text, "13");
@@ -92,7 +92,7 @@ TEST_F(ZlogWindowTest, FailuresLeaveTheWindowUsable) {
 TEST_F(ZlogWindowTest, OpeningItKeepsWhatTheMainWindowHasNotWrittenYet) {
   main_.check(14, true);
   window_.load();
-  EXPECT_EQ(main_.settings().Chk_14, 1);
+  EXPECT_EQ(main_.settings().dx_marker_in_comment, 1);
   fs::remove(folder_ / "home/Tobarine.ini");
   fs::create_directories(folder_ / "home/Tobarine.ini/x");  // cannot be written
   window_.check(10, true);

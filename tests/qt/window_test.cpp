@@ -150,22 +150,22 @@ TEST_F(WindowTest, EveryControlCanBeReachedAndNamedWithoutAMouse) {
 TEST_F(WindowTest, ClicksAndTypedTextReachTheSettings) {
   auto* const check = find<QCheckBox>("Check8");
   check->click();
-  EXPECT_EQ(commands_->settings().Chk_8, 1);
+  EXPECT_EQ(commands_->settings().write_name, 1);
   EXPECT_EQ(check->palette().color(QPalette::Active, QPalette::WindowText), QColor(0, 0, 255));
   check->click();
-  EXPECT_EQ(commands_->settings().Chk_8, 0);
+  EXPECT_EQ(commands_->settings().write_name, 0);
   EXPECT_NE(check->palette().color(QPalette::Active, QPalette::WindowText), QColor(0, 0, 255));
   find<QRadioButton>("Option3_1")->click();
-  EXPECT_EQ(commands_->settings().Op_3, 1);
+  EXPECT_EQ(commands_->settings().zlog_in_jst, 1);
   EXPECT_TRUE(find<QRadioButton>("Option2_2")->isChecked());  // other groups stay as they are
   find<QRadioButton>("Option2_0")->click();
-  EXPECT_EQ(commands_->settings().Op_2, 0);
+  EXPECT_EQ(commands_->settings().state_remarks, 0);
   find<QRadioButton>("Option1_3")->click();
   EXPECT_EQ(find<QLabel>("lblJ2U_1")->text(), "JA 局のみ JST に変換");
   auto* const was = find<QLineEdit>("txtWas");
   was->setFocus();
   QTest::keyClicks(was, "X");
-  EXPECT_EQ(commands_->settings().was_moji, "WAS=X");
+  EXPECT_EQ(commands_->settings().state_keyword, "WAS=X");
   find<QPushButton>("Command1")->click();
   EXPECT_EQ(was->text(), "");
   find<QCheckBox>("Check12")->click();
@@ -406,15 +406,15 @@ TEST_F(WindowTest, TheZlogWindowConvertsAndEdits) {
   ASSERT_TRUE(zlog != nullptr && zlog->isVisible());
   const auto click = [&](const char* name) { zlog->findChild<QAbstractButton*>(name)->click(); };
   click("Check10");
-  EXPECT_EQ(commands_->settings().COMMENT_tenki, "1");
+  EXPECT_EQ(commands_->settings().write_comment, "1");
   auto* const combo = zlog->findChild<QComboBox*>("Combo10");
   combo->setCurrentIndex(1);
   emit combo->textActivated("2");
-  EXPECT_EQ(commands_->settings().COMMENT_rmks, "2");
+  EXPECT_EQ(commands_->settings().comment_remarks, "2");
   click("Option2_1");
-  EXPECT_EQ(commands_->settings().utc_jst_str, "ALL_J");
+  EXPECT_EQ(commands_->settings().zlog_time, "ALL_J");
   QTest::keyClicks(zlog->findChild<QLineEdit*>("Text7"), "13M");
-  EXPECT_EQ(commands_->settings().set_STX, "13M");
+  EXPECT_EQ(commands_->settings().sent_number, "13M");
   shell_->chosen = sample("n1mm.adi");
   click("cmdOpen");
   click("cmdConvert");

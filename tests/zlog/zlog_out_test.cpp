@@ -24,9 +24,7 @@ std::string contact(const std::string& tags, const std::string& time = "1201") {
 
 class ZlogOut : public ::testing::Test {
  protected:
-  void set(const std::string& key, const std::string& value) {
-    EXPECT_TRUE(set_setting(settings_, key, value)) << key;
-  }
+  void set(const std::string& key, const std::string& value) { set_setting(settings_, key, value); }
   const ConversionReport& run(const std::string& contacts) {
     const AdifToZlogJob job{folder_.text("in.adi", "<EOH>\r\n" + contacts), folder_ / "out",
                             adif_to_zlog_options(settings_)};
