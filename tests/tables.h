@@ -2,6 +2,7 @@
 #pragma once
 
 #include "convert/reference_tables.h"
+#include "paths.h"
 
 namespace tobarine {
 
@@ -9,7 +10,7 @@ template <typename Tables>
 const Tables& delivered() {
   static const Tables tables = [] {
     Tables loaded;
-    loaded.load(TOBARINE_DATA);
+    loaded.load(delivered_folder());
     return loaded;
   }();
   return tables;

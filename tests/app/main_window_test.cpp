@@ -6,6 +6,7 @@
 
 #include "app/test_shell.h"
 #include "hamlog/stand_in_library.h"
+#include "paths.h"
 #include "test_folder.h"
 #include "text/input_file.h"
 #include "text/strings.h"
@@ -18,7 +19,7 @@ namespace fs = std::filesystem;
 class MainWindowTest : public ::testing::Test {
  protected:
   MainWindowTest() {
-    fs::copy(TOBARINE_DATA, home());
+    fs::copy(delivered_folder(), home());
     start();
   }
   fs::path home() const { return folder_ / "home"; }
@@ -32,7 +33,7 @@ class MainWindowTest : public ::testing::Test {
     window_->command(command);
   }
   fs::path sample(const std::string& name) {
-    fs::copy(fs::path(TOBARINE_SAMPLES) / name, folder_ / name,
+    fs::copy(fs::path(samples_folder()) / name, folder_ / name,
              fs::copy_options::overwrite_existing);
     return folder_ / name;
   }
@@ -227,12 +228,12 @@ TEST_F(MainWindowTest, ConvertsEveryKind) {
   EXPECT_TRUE(see().mnuDisp_out.enabled && see().tool("表示 o").enabled);
   EXPECT_TRUE(see().mnuDisp_report.enabled);
   EXPECT_TRUE(TestFolder::bytes_of(folder_ / "hamlog.adi") ==
-              TestFolder::bytes_of(fs::path(TOBARINE_TEST_DATA) / "sample_defaults.adi"));
+              TestFolder::bytes_of(fs::path(expected_folder()) / "sample_defaults.adi"));
   window_->select_option3(1);
   open("mnuOpen_zlog_zlo", sample("contest.zlo"));
   window_->command("cmdH2L");
   EXPECT_TRUE(TestFolder::bytes_of(folder_ / "contest.adi") ==
-              TestFolder::bytes_of(fs::path(TOBARINE_TEST_DATA) / "contest.adi"));
+              TestFolder::bytes_of(fs::path(expected_folder()) / "contest.adi"));
   EXPECT_TRUE(fs::exists(home() / "zlog_1.csv"));
   EXPECT_TRUE(contains(see().lblNotes.text, "JST"));
   open("mnuOpen_adi", sample("logger32.adi"));
@@ -240,7 +241,7 @@ TEST_F(MainWindowTest, ConvertsEveryKind) {
   EXPECT_EQ(see().lblInfo.text, "変換数: 16 件");
   EXPECT_EQ(can_convert(), "L");
   EXPECT_TRUE(TestFolder::bytes_of(folder_ / "logger32.csv") ==
-              TestFolder::bytes_of(fs::path(TOBARINE_TEST_DATA) / "logger32_defaults.csv"));
+              TestFolder::bytes_of(fs::path(expected_folder()) / "logger32_defaults.csv"));
 }
 
 TEST_F(MainWindowTest, TheFifteenthColumnOutlivesARun) {
@@ -417,7 +418,7 @@ TEST_F(MainWindowTest, ToolsRenewTheReferenceFiles) {
 TEST(MainControlsTest, EveryMenuEntryIsACommandOrHoldsOthers) {
   // A name that means nothing would do nothing: each entry without entries of its own must.
   const TestFolder folder;
-  fs::copy(TOBARINE_DATA, folder / "home");
+  fs::copy(delivered_folder(), folder / "home");
   for (const MenuEntry& entry : menu_entries()) {
     const bool holds = std::ranges::any_of(
         menu_entries(), [&](const MenuEntry& other) { return other.parent == entry.name; });

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/log_kind.h"
+#include "paths.h"
 #include "test_folder.h"
 #include "text/error.h"
 
@@ -33,7 +34,7 @@ TEST(ProgramFolder, IsLookedForInOrder) {
 }
 
 TEST(ProgramFolder, TheDeliveredFilesAreComplete) {
-  EXPECT_EQ(missing_reference_files(TOBARINE_DATA), std::vector<std::string>{});
+  EXPECT_EQ(missing_reference_files(delivered_folder()), std::vector<std::string>{});
   const std::string expected = fs::path("/a/b/").make_preferred().string();
   EXPECT_EQ(folder_text("/a/b"), expected);
   EXPECT_EQ(folder_text("/a/b/"), expected);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "app/test_shell.h"
+#include "paths.h"
 #include "test_folder.h"
 #include "text/strings.h"
 
@@ -15,13 +16,13 @@ namespace fs = std::filesystem;
 class ZlogWindowTest : public ::testing::Test {
  protected:
   ZlogWindowTest()
-      : main_((fs::copy(TOBARINE_DATA, folder_ / "home"),
+      : main_((fs::copy(delivered_folder(), folder_ / "home"),
                start_up({folder_ / "home", "", shell_.now()})),
               folder_ / "home", shell_),
         window_(main_, shell_) {
     main_.load();
     window_.load();
-    fs::copy(fs::path(TOBARINE_SAMPLES) / "n1mm.adi", folder_ / "n1mm.adi");
+    fs::copy(fs::path(samples_folder()) / "n1mm.adi", folder_ / "n1mm.adi");
   }
   Settings saved() const { return read_settings(folder_ / "home/Tobarine.ini"); }
 
@@ -67,7 +68,7 @@ TEST_F(ZlogWindowTest, ConvertsAndOpensTheOutputsInTheEditor) {
   EXPECT_TRUE(contains(window_.controls.lblNotes.text, ".all は JST"));
   for (const char* name : {"n1mm.all", "n1mm.zlo"}) {
     EXPECT_TRUE(TestFolder::bytes_of(folder_ / name) ==
-                TestFolder::bytes_of(fs::path(TOBARINE_TEST_DATA) / name));
+                TestFolder::bytes_of(fs::path(expected_folder()) / name));
   }
   window_.edit_csv();
   window_.edit_all();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "paths.h"
 #include "tables.h"
 #include "test_folder.h"
 #include "text/error.h"
@@ -116,7 +117,7 @@ TEST(CallAnalysis, ZonesOfTheCallItself) {
 TEST(CallAnalysis, OverridesWinInTheirPeriod) {
   const TestFolder folder;
   for (const char* name : {"dxcc_mas.txt", "dxcc_hl.dat"}) {
-    std::filesystem::copy(std::filesystem::path(TOBARINE_DATA) / name, folder / name);
+    std::filesystem::copy(std::filesystem::path(delivered_folder()) / name, folder / name);
   }
   folder.text("dx_mastL.txt", "# コール\r\nja1abc 291\r\nDL7XX 229 19730917 19901002 # DDR\r\n");
   folder.text("dx_mastS.txt", "Y2 229 - 19901002\r\nW7 6\r\n");

@@ -3,6 +3,7 @@
 
 #include "callsign/hamlog_codes.h"
 #include "callsign/us_states.h"
+#include "paths.h"
 #include "test_folder.h"
 #include "text/error.h"
 #include "text/utf8.h"
@@ -10,7 +11,7 @@
 namespace tobarine {
 namespace {
 
-const std::filesystem::path kData = TOBARINE_DATA;
+const std::filesystem::path kData = delivered_folder();
 
 TEST(DeliveredTables, HoldAllEntities) {
   EntityList entities;

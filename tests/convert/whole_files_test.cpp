@@ -10,6 +10,7 @@
 #include "convert/h2l.h"
 #include "convert/l2h.h"
 #include "hamlog/hamlog_csv.h"
+#include "paths.h"
 #include "tables.h"
 #include "test_folder.h"
 #include "text/strings.h"
@@ -19,10 +20,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path kSamples = TOBARINE_SAMPLES;
+const fs::path kSamples = samples_folder();
 
 void expect_bytes(const fs::path& written, const std::string& expected_name) {
-  const fs::path expected = fs::path(TOBARINE_TEST_DATA) / expected_name;
+  const fs::path expected = fs::path(expected_folder()) / expected_name;
   const std::string bytes = TestFolder::bytes_of(written);
   if (std::getenv("TOBARINE_ACCEPT") != nullptr) {
     std::ofstream(expected, std::ios::binary) << bytes;

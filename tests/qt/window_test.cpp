@@ -23,6 +23,7 @@
 #include "app/qt/qt_shell.h"
 #include "app/qt/report_view.h"
 #include "app/qt/viewer_view.h"
+#include "paths.h"
 #include "test_folder.h"
 #include "text/error.h"
 
@@ -60,7 +61,7 @@ void answer_with(QMessageBox::StandardButton button) {
 class WindowTest : public ::testing::Test {
  protected:
   WindowTest() {
-    fs::copy(TOBARINE_DATA, folder_ / "home");
+    fs::copy(delivered_folder(), folder_ / "home");
     start();
   }
   void start() {
@@ -71,7 +72,7 @@ class WindowTest : public ::testing::Test {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&shell_->view()));
   }
   fs::path sample(const std::string& name) {
-    fs::copy(fs::path(TOBARINE_SAMPLES) / name, folder_ / name,
+    fs::copy(fs::path(samples_folder()) / name, folder_ / name,
              fs::copy_options::overwrite_existing);
     return folder_ / name;
   }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "hamlog/hamlog_csv.h"
+#include "paths.h"
 #include "reference/code_learner.h"
 #include "reference/dxcc_builder.h"
 #include "reference/jcc_builder.h"
@@ -15,7 +16,7 @@ namespace {
 
 class DxccBuilder : public ::testing::Test {
  protected:
-  DxccBuilder() { entities_.load(std::filesystem::path(TOBARINE_DATA) / "dxcc_mas.txt"); }
+  DxccBuilder() { entities_.load(std::filesystem::path(delivered_folder()) / "dxcc_mas.txt"); }
 
   DxccFile build(const std::string& text) {
     return build_dxcc_file(folder_.text("cty.dat", text), entities_);
@@ -116,7 +117,7 @@ TEST(JccBuilder, ReadsTheListsInTheirShapes) {
 
 TEST(JccBuilder, TheDeliveredMasterHoldsEveryNumberOfTheLists) {
   JccMaster master;
-  master.load(std::filesystem::path(TOBARINE_DATA) / "JCC_JCG.mas");
+  master.load(std::filesystem::path(delivered_folder()) / "JCC_JCG.mas");
   std::map<std::size_t, std::pair<int, int>> counts;  // by digits: existing, abolished
   for (const JccPlace& place : master.places()) {
     auto& count =
@@ -151,7 +152,7 @@ TEST(JccBuilder, RefusesWhatIsNoList) {
 
 TEST(CodeLearner, TakesClearMajoritiesAndKeepsHandMadeEntries) {
   CallAnalysis calls;
-  calls.load(TOBARINE_DATA);
+  calls.load(delivered_folder());
   const TestFolder folder;
   HamlogToDxcc h2l;
   DxccToHamlog l2h;

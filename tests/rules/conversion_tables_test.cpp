@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "paths.h"
 #include "rules/adif_modes.h"
 #include "rules/band.h"
 #include "test_folder.h"
@@ -86,7 +87,7 @@ TEST(Tables, SavingKeepsOnlySoMany) {
 }
 
 TEST(DeliveredTables, AreRightInBothDirections) {
-  const std::filesystem::path data = TOBARINE_DATA;
+  const std::filesystem::path data = delivered_folder();
   BandTable bands;
   bands.load(data / "Band_tbl.ini");
   ASSERT_LE(bands.size(), BandTable::kSaved);
