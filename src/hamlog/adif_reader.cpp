@@ -31,6 +31,7 @@ AdifFileInfo scan_adif(const std::filesystem::path& path) {
   bool header_ends = false;
   std::string_view line;
   while (lines.next(line)) {
+    if (lines.line() == 1) refuse_utf16(path, line);
     encoding.see(line);
     if (has_tag(line, "<CALL:")) ++info.contacts;
     blank = blank && is_blank(line);
