@@ -2,12 +2,16 @@
 //
 // Full calls known to the tables come first, then the longest prefix. Portable calls are read as
 // Japanese operators and the DXCC rules read them:
-//   - an ending that says how, not where (/P /M /MM /AM /QRP /A /LH ...) does not move the call;
-//   - a single digit replaces the call area: UA9AA/3 is European Russia, KH6XX/4 is in the 48
-//     states, JD1XXX/3 on the main islands of Japan;
-//   - else the side that is a known prefix, and of two the shorter, is the place.
+//   - /MM and /AM are in no entity;
+//   - an ending that says how, not where (/P /M /QRP /A /LH /PM95 ...) does not move the call;
+//   - a single digit replaces the call area: UA9AA/3 is European Russia, KH6XX/4 and KL7XX/7 are in
+//     the 48 states, JD1XXX/1 on the main islands of Japan;
+//   - a US state behind a US call is that state;
+//   - else the side that is a prefix, and of two the shorter, is the place; of two whole calls the
+//     Chinese club station.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -35,6 +39,10 @@ struct CallPlace {
 
 class CallAnalysis {
  public:
+  // In bytes, with all endings and without blanks around; what is longer is no call and has no
+  // entity. The longest that are worked hold some twenty.
+  static constexpr std::size_t kLongestCall = 32;
+
   // Loads `dxcc_mas.txt`, `dxcc_hl.dat` and, where there, `dx_mastL.txt` and `dx_mastS.txt` from
   // the folder. Throws FileError, RecordError.
   void load(const std::filesystem::path& folder);

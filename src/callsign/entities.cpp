@@ -37,7 +37,8 @@ void EntityList::load(const std::filesystem::path& path) {
     ++number_of_line;
     if (is_blank(line) || line[0] == '#') continue;
     Entity entity = parse_entity(line);
-    if (entity.number == 0 || entity.prefix.empty() || entity.name.empty()) {
+    if (entity.number == 0 || entity.prefix.empty() || entity.continent.size() != 2 ||
+        entity.name.empty()) {
       throw RecordError(path, number_of_line, "DXCC エンティティの行として読めません");
     }
     if (index[entity.number] >= 0) {

@@ -125,6 +125,22 @@ std::optional<PrefixTable::PrefixMatch> PrefixTable::longest_prefix(std::string_
   return std::nullopt;
 }
 
+const PlaceData* PrefixTable::without_digit(std::string_view prefix) const {
+  const auto is_letter = [](char c) { return c >= 'A' && c <= 'Z'; };
+  if (prefix.size() != 2 || !std::ranges::all_of(prefix, is_letter)) return nullptr;
+  std::array<char, 3> key{prefix[0], prefix[1], '0'};
+  const PlaceData* found = nullptr;
+  int digits = 0;
+  for (; key[2] <= '9'; ++key[2]) {
+    const PlaceData* place = prefixes_.find({key.data(), key.size()});
+    if (place == nullptr) continue;
+    if (found != nullptr && found->dxcc != place->dxcc) return nullptr;
+    found = place;
+    ++digits;
+  }
+  return digits < 2 ? nullptr : found;
+}
+
 std::string PrefixTable::file_line(std::string_view key, const PlaceData& place) {
   std::array<char, 64> line{};
   static_cast<void>(std::snprintf(line.data(), line.size(), "%-20.20s %03u %02u %02u %.2s",

@@ -63,6 +63,10 @@ class PrefixTable {
   // The longest prefix that the call begins with.
   std::optional<PrefixMatch> longest_prefix(std::string_view call) const;
 
+  // The place of two letters that the table lists only with a digit behind, when it lists them with
+  // at least two digits and all for one entity (TU for TU0 .. TU9); nullptr otherwise.
+  const PlaceData* without_digit(std::string_view prefix) const;
+
   std::size_t calls() const { return calls_.size(); }
   std::size_t prefixes() const { return prefixes_.size(); }
 

@@ -35,12 +35,25 @@ std::string_view find_iota(std::string_view rmks1, std::string_view rmks2) {
   return iota;
 }
 
+// A station at sea or in the air is in no entity; this output has always told of its home.
+std::string at_home(std::string_view call) {
+  std::string home = upper(call);
+  for (const std::string_view ending : {"/MM", "/AM"}) {
+    const std::size_t at = home.find(ending);
+    if (at == std::string::npos) continue;
+    const std::size_t behind = at + ending.size();
+    if (behind == home.size() || home[behind] == '/') home.erase(at, ending.size());
+  }
+  return home;
+}
+
 // A contact logged as home/place with the marker in its remarks is looked up as place/home.
 std::string lookup_call(const std::string& call, bool has_marker) {
   const std::size_t slash = call.find('/');
-  if (!has_marker || slash == std::string::npos) return call;
+  if (slash == std::string::npos) return call;
+  if (!has_marker) return at_home(trim(call));
   const std::string suffix = call.substr(slash + 1);
-  if (suffix == "MM" || suffix == "P" || contains(suffix, "QRP")) return call;
+  if (suffix == "MM" || suffix == "P" || contains(suffix, "QRP")) return at_home(trim(call));
   return suffix + "/" + call.substr(0, slash);
 }
 

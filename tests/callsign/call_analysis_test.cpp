@@ -47,7 +47,10 @@ TEST(CallAnalysis, OnlyTwoLetterCallsAreGuantanamo) {
 
 TEST(CallAnalysis, EndingsThatDoNotMoveACall) {
   expect_prefixes({{"JA1ABC/P", "JA"},
-                   {"JA1ABC/MM", "JA"},
+                   {"JA1ABC/PM", "JA"},
+                   {"JA1ABC/PM95", "JA"},
+                   {"JA1ABC/PM95UP/P", "JA"},
+                   {"PY1AA/SD", "PY"},
                    {"DL1ABC/LH", "DL"},
                    {"W1AW/QRPP", "W"},
                    {"JD1BMM/P", "JD1/M"},
@@ -61,48 +64,70 @@ TEST(CallAnalysis, EndingsThatDoNotMoveACall) {
 }
 
 TEST(CallAnalysis, ADigitReplacesTheCallArea) {
-  expect_prefixes({{"JA1ABC/6", "JA"},
-                   {"KL7AA/4", "W"},
-                   {"KH6XX/4", "W"},
-                   {"KH6XX/6", "KH6"},
-                   {"KP4AA/2", "W"},
-                   {"JD1YBK/3", "JA"},
-                   {"UA9AA/3", "UA"},
-                   {"UA3AA/9", "UA0"},
-                   {"EA1ABC/8", "EA8"},
-                   {"EA8ABC/1", "EA"},
-                   {"OH0AB/2", "OH"},
-                   {"C6AXX/4", "C6"},
-                   {"W6RJ/4", "W"},
-                   {"VK9XX/6", "VK"}});
+  expect_prefixes(
+      {{"JA1ABC/6", "JA"},    {"KL7AA/4", "W"},   {"KH6XX/4", "W"},    {"KH6XX/6", "W"},
+       {"KL7AA/7", "W"},      {"KL7CN/7", "W"},   {"NH6J/1", "W"},     {"AL7BA/4", "W"},
+       {"AL7BA/P/4", "W"},    {"KP4AA/2", "W"},   {"JD1YBK/3", "JA"},  {"JD1BMH/1", "JA"},
+       {"JD1BMH/P", "JD1/O"}, {"UA9AA/3", "UA"},  {"UA9FAA/9", "UA"},  {"UA9QCP/P/3", "UA"},
+       {"UA3AA/9", "UA0"},    {"UA3AA/2", "UA2"}, {"R15CWC/9", "UA0"}, {"9M2/G3TMA/6", "9M6"},
+       {"EA1ABC/8", "EA8"},   {"EA8ABC/1", "EA"}, {"OH0AB/2", "OH"},   {"C6AXX/4", "C6"},
+       {"W6RJ/4", "W"},       {"VK9XX/6", "VK"}});
 }
 
 TEST(CallAnalysis, TheShorterKnownSideIsThePlace) {
-  expect_prefixes({{"KH6/W1AW", "KH6"},
-                   {"W1AW/KH6", "KH6"},
-                   {"P5/4Q4QQ", "P5"},
-                   {"AA7V/VP2V", "VP2V"},
-                   {"3D2R/W1AW", "3D2/R"},
-                   {"JD1/JA6GXK", "JD1/M"},
-                   {"HB0/DK3RED", "HB0"},
-                   {"W1AW/VE3", "VE"},
-                   {"DL1ABC/IMD", "DL"},
-                   {"MM/W1AW", "GM"},
-                   {"IK/DL7JOM", "I"},
-                   {"N1RO/C6A", "C6"},
-                   {"N8PPQ/LT", "W"},
-                   {"QRP/JA1ABC", "JA"},
-                   {"W1AW/Y2K", "W"}});
+  expect_prefixes({{"KH6/W1AW", "KH6"},   {"W1AW/KH6", "KH6"},    {"P5/4Q4QQ", "P5"},
+                   {"AA7V/VP2V", "VP2V"}, {"3D2R/W1AW", "3D2/R"}, {"JD1/JA6GXK", "JD1/M"},
+                   {"HB0/DK3RED", "HB0"}, {"W1AW/VE3", "VE"},     {"DL1ABC/IMD", "DL"},
+                   {"MM/W1AW", "GM"},     {"IK/DL7JOM", "I"},     {"N1RO/C6A", "C6"},
+                   {"N8PPQ/LT", "W"},     {"QRP/JA1ABC", "JA"},   {"W1AW/Y2K", "W"},
+                   {"TU/G3SXW", "TU"},    {"TN/JA1ABC/P", "TN"},  {"JA1ABC/TN", "TN"},
+                   {"VO/DL5XX", "VE"},    {"KG/JA1ABC", "W"},     {"K1Y/KL7", "KL"},
+                   {"KL7/K1Y", "KL"},     {"N1A/VP2V", "VP2V"}});
+}
+
+TEST(CallAnalysis, AStateBehindAnAmericanCallIsNoCountry) {
+  expect_prefixes({{"W4ABC/TN", "W"},
+                   {"W6ABC/CA", "W"},
+                   {"KL7QW/M/MN", "W"},
+                   {"KH6XX/MN", "W"},
+                   {"W1AW/M/PA", "W"},
+                   {"W1AW/PA", "PA"},
+                   {"W1AW/OH", "OH"},
+                   {"JA1ABC/CA", "CE"}});
+}
+
+TEST(CallAnalysis, GuestsOfAChineseClubAreInChina) {
+  expect_prefixes({{"JE2LPC/BY4SA", "BY"},
+                   {"DL3NM/BY7KG", "BY"},
+                   {"BY1PK/I1ZB", "BY"},
+                   {"C6A/BY1PK", "C6"},
+                   {"JE1LET/VK3SS", "JA"}});
+}
+
+TEST(CallAnalysis, AtSeaAndInTheAirIsNoEntity) {
+  expect_prefixes({{"JA1ABC/MM", ""},
+                   {"JA1ABC/AM", ""},
+                   {"R1ANF/MM", ""},
+                   {"UA3EDQ/0/MM/QRP", ""},
+                   {"MM/JA1ABC", "GM"},
+                   {"AM/JA1ABC", "EA"},
+                   {"EA8/MM0TJR/P", "EA8"}});
 }
 
 TEST(CallAnalysis, WhatIsNoCallHasNoEntity) {
   for (const char* call : {"", " ", "/", "//", "/P", "XX", "0", "QQ1ABC", "ＪＡ１", "1/2/3/4"}) {
     EXPECT_EQ(delivered<CallTables>().calls.find(call).entity, nullptr) << call;
   }
-  EXPECT_EQ(delivered<CallTables>()
-                .calls.find(std::string(1000, 'W') + "/" + std::string(1000, '1'))
-                .prefix(),
-            "W");
+}
+
+TEST(CallAnalysis, WhatIsLongerThanAnyCallIsNone) {
+  const CallAnalysis& calls = delivered<CallTables>().calls;
+  const std::string longest =
+      "JA1ABC/P" +
+      std::string(CallAnalysis::kLongestCall - std::string_view("JA1ABC/P").size(), '/');
+  EXPECT_EQ(calls.find("  " + longest + " ").prefix(), "JA");
+  EXPECT_EQ(calls.find(longest + "/").entity, nullptr);
+  EXPECT_EQ(calls.find("JA1ABC" + std::string(1'000'000, '/')).entity, nullptr);
 }
 
 TEST(CallAnalysis, ZonesOfTheCallItself) {
