@@ -66,7 +66,15 @@ std::size_t count_adif_records(std::string_view adif) {
   return records;
 }
 
+// Outputs of the runs before: what is not one of our own ADIF files would be kept.
+void remove_outputs() {
+  for (const std::string_view name : {"out.csv", "out.all", "out.zlo", "zlog_1.csv"}) {
+    std::filesystem::remove(scratch_path(name));
+  }
+}
+
 void to_adif(std::string_view bytes, H2lSource source, decltype(run_h2l)& run) {
+  remove_outputs();
   const Settings settings = some_settings(bytes);
   H2lJob job{scratch_file("log", bytes), scratch_path("out.adi"), h2l_options(settings), source};
   job.zlog_zone = zlog_zone(settings);
@@ -96,6 +104,7 @@ void run_zlo(std::string_view bytes) {
 }
 
 void run_l2h_target(std::string_view bytes) {
+  remove_outputs();
   const Settings settings = some_settings(bytes);
   const L2hJob job{scratch_file("log", bytes),
                    scratch_path("out.csv"),
@@ -119,6 +128,7 @@ void run_l2h_target(std::string_view bytes) {
 }
 
 void run_adif_to_zlog_target(std::string_view bytes) {
+  remove_outputs();
   const AdifToZlogJob job{scratch_file("log", bytes), scratch_path("out"),
                           adif_to_zlog_options(some_settings(bytes))};
   AdifToZlogState state;

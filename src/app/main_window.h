@@ -114,6 +114,7 @@ class MainWindow {
   void run_eqsl_command();
   void run_to_adif(bool eqsl);
   void run_l2h_command();
+  KeepRule keep_rule();
   void show_result();
   void begin_waiting(std::string_view message);
   void end_waiting();

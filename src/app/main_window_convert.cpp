@@ -12,6 +12,8 @@ namespace tobarine {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 // The tables, loaded now if they are not there yet.
 template <typename Tables>
 const Tables& loaded(std::unique_ptr<Tables>& kept, const std::filesystem::path& folder) {
@@ -34,9 +36,20 @@ const PlaceTables& MainWindow::place_tables() {
 
 RunContext MainWindow::context_for(double& bar) {
   return {[this, &bar](double done) {
-    bar = done;
-    return shell_.keep_going();
-  }};
+            bar = done;
+            return shell_.keep_going();
+          },
+          [this] { return shell_.now(); }};
+}
+
+// For files that no run reports on.
+KeepRule MainWindow::keep_rule() {
+  return {{},
+          [this] { return shell_.now(); },
+          [this](const fs::path& file, const fs::path& backup) {
+            controls.lblNotes.text += std::string(finding_heading(FindingKind::kFileKept)) + ": " +
+                                      kept_file_text(file, backup) + "\n";
+          }};
 }
 
 // All that a conversion does before and after its run.
@@ -204,7 +217,8 @@ void MainWindow::download_jarl() {
 }
 
 void MainWindow::make_jcc_master() {
-  const JccRenewal renewal = renew_jcc_master(folder_, file_in(folder_, "JCC_JCG.mas"));
+  const JccRenewal renewal =
+      renew_jcc_master(folder_, file_in(folder_, "JCC_JCG.mas"), keep_rule());
   place_tables_.reset();  // loaded anew by the next conversion
   tell(Shell::Icon::kInformation, "JCC , JCG , 区リストの作成", jcc_text(renewal));
 }
@@ -212,7 +226,8 @@ void MainWindow::make_jcc_master() {
 void MainWindow::make_dxcc_file() {
   const auto file = shell_.choose_file({"cty.dat を開く", "cty.dat", {"*.dat"}});
   if (!file) return;
-  const DxccFile built = renew_dxcc_file(*file, folder_, file_in(folder_, "dxcc_hl.dat"));
+  const DxccFile built =
+      renew_dxcc_file(*file, folder_, file_in(folder_, "dxcc_hl.dat"), keep_rule());
   call_tables_.reset();
   tell(Shell::Icon::kInformation, "dxcc_hl.dat の作成", dxcc_text(built));
 }

@@ -1,8 +1,8 @@
 #include "app/reference_tools.h"
 
-#include <system_error>
-
 #include "hamlog/hamlog_csv.h"
+#include "text/error.h"
+#include "text/file_identity.h"
 #include "text/folder.h"
 #include "text/output_file.h"
 
@@ -34,6 +34,30 @@ const VerdictText& text_of(CodeVerdict::Kind kind) {
   return kVerdicts[0];
 }
 
+// What is no such table may be a file of the user's own.
+bool is_dxcc_file(const fs::path& file) {
+  try {
+    PrefixTable().load(file);
+    return true;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+bool is_jcc_master(const fs::path& file) {
+  try {
+    JccMaster master;
+    master.load(file);
+    return !master.places().empty();
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+KeepRule keeping(const KeepRule& rule, bool (*is_table)(const fs::path&)) {
+  return {is_table, rule.now, rule.told};
+}
+
 void put_lines(std::string_view what, const std::vector<std::string>& lines, std::string& text) {
   if (lines.empty()) return;
   text.append(what).append(": ").append(std::to_string(lines.size())).append(" 件\n");
@@ -42,20 +66,27 @@ void put_lines(std::string_view what, const std::vector<std::string>& lines, std
 
 }  // namespace
 
-DxccFile renew_dxcc_file(const fs::path& cty_dat, const fs::path& folder, const fs::path& output) {
+DxccFile renew_dxcc_file(const fs::path& cty_dat, const fs::path& folder, const fs::path& output,
+                         const KeepRule& rule) {
+  const fs::path entity_file = file_in(folder, "dxcc_mas.txt");
+  refuse_shared_files({cty_dat, entity_file}, {output});
   EntityList entities;
-  entities.load(file_in(folder, "dxcc_mas.txt"));
+  entities.load(entity_file);
   DxccFile built = build_dxcc_file(cty_dat, entities);
-  replace_text_file(output, built.text);
+  replace_text_file(output, built.text, keeping(rule, is_dxcc_file));
   return built;
 }
 
-JccRenewal renew_jcc_master(const fs::path& lists_folder, const fs::path& output) {
+JccRenewal renew_jcc_master(const fs::path& lists_folder, const fs::path& output,
+                            const KeepRule& rule) {
+  for (const std::string_view list : kListFiles) {
+    refuse_shared_files({file_in(lists_folder, list)}, {output});
+  }
   JccRenewal renewal{build_jcc(lists_folder), {}};
   JccMaster before;
-  std::error_code error;
-  if (fs::exists(output, error)) before.load(output);
-  replace_text_file(output, JccMaster::file_text(renewal.build.places));
+  if (is_jcc_master(output)) before.load(output);
+  replace_text_file(output, JccMaster::file_text(renewal.build.places),
+                    keeping(rule, is_jcc_master));
   renewal.changes = compare_jcc(before.places(), renewal.build.places);
   return renewal;
 }
@@ -68,6 +99,7 @@ CodesLearned learn_codes(const fs::path& log, const CallAnalysis& calls, const f
   FindingLog findings;
   while (reader.next(record, findings)) learner.add(record.call, record.code, record.qso_date);
   CodesLearned learned{{}, {file_in(target, "h2l_cty.mas"), file_in(target, "l2h_cty.mas")}};
+  refuse_shared_files({log}, {learned.files[0], learned.files[1]});
   HamlogToDxcc h2l;
   DxccToHamlog l2h;
   h2l.load(learned.files[0]);

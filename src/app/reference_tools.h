@@ -12,20 +12,22 @@
 #include "reference/dxcc_builder.h"
 #include "reference/jarl_lists.h"
 #include "reference/jcc_builder.h"
+#include "text/keep_rule.h"
 
 namespace tobarine {
 
-// `folder` holds the reference files to read, `output` is the file to replace. All throw FileError
-// and RecordError; nothing is replaced then.
+// `folder` holds the reference files to read, `output` is the file to replace; what stands there
+// and is no such table is renamed, and the rule's clock and voice (its `may_go` is not asked) are
+// used for it. All throw FileError, RecordError and UsageError; nothing is replaced then.
 DxccFile renew_dxcc_file(const std::filesystem::path& cty_dat, const std::filesystem::path& folder,
-                         const std::filesystem::path& output);
+                         const std::filesystem::path& output, const KeepRule& rule);
 
 struct JccRenewal {
   JccBuild build;
   JccChanges changes;
 };
 JccRenewal renew_jcc_master(const std::filesystem::path& lists_folder,
-                            const std::filesystem::path& output);
+                            const std::filesystem::path& output, const KeepRule& rule);
 
 // Learns the codes of a Hamlog CSV into both tables of `target`. The verdicts point into `calls`.
 struct CodesLearned {

@@ -4,6 +4,7 @@
 
 #include "app/profile_file.h"
 #include "app/program_folder.h"
+#include "text/error.h"
 #include "text/folder.h"
 #include "text/utf8.h"
 
@@ -19,8 +20,10 @@ StartUp start_up(const StartUpInput& input) {
   if (!first_start) start.settings = read_settings(settings_file);
   if (start.settings.write_trace_log.empty()) start.settings.write_trace_log = "1";
   if (start.settings.write_trace_log == "1") {
-    start.trace.open(input.folder / trace_log_name(input.local_time));
-    start.trace_line("Tobarine_log.txt");
+    try {
+      start.trace.open(input.folder / trace_log_name(input.local_time));
+    } catch (const FileError&) {  // another window that started in this second has it
+    }
     start.trace_line("strPath : " + start.folder);
   }
   start.drive = left_chars(start.folder, 3);

@@ -13,8 +13,9 @@ std::string trace_log_name(const std::tm& local_time) {
   return name.data();
 }
 
-void TraceLog::open(const std::filesystem::path& file) {
-  file_ = std::make_unique<OutputFile>(file);
+void TraceLog::open(const std::filesystem::path& file, const KeepRule& rule) {
+  file_ = std::make_unique<OutputFile>(file, rule);
+  line(kTraceHeading);
 }
 
 void TraceLog::line(std::string_view text) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/local_time.h"
 #include "app/log_kind.h"
 #include "cli/commands.h"
 #include "cli/print.h"
@@ -46,16 +47,24 @@ LogKind input_kind(const CliOptions& options, LogKindInfo::Input wanted) {
   if (!kind && wanted == LogKindInfo::kL2h) return LogKind::kAdif;  // the run looks for itself
   if (!kind) throw FileError(options.input, "ファイルの種類が分かりません (--kind で指定できます)");
   if (log_kind_info(*kind).input != wanted) {
+    const std::string way_back =
+        kind == LogKind::kAdif ? "。Hamlog の CSV にするなら l2h を使って下さい" : "";
     throw FileError(options.input, "この変換の入力ではありません (" +
-                                       std::string(log_kind_info(*kind).label) + ")");
+                                       std::string(log_kind_info(*kind).label) + ")" + way_back);
   }
   return *kind;
 }
 
 // Tells what the run has done; returns the exit status.
 int finish(Session& session, LogKind kind, const std::vector<fs::path>& outputs,
-           const ConversionReport& report) {
+           ConversionReport report) {
   const CliOptions& options = session.options();
+  if (options.output.empty()) {
+    const std::string note = output_path_note(options.input, outputs.front());
+    if (!note.empty()) {
+      report.findings.add(FindingKind::kOutputName, 0, "", note + "。-o で変えられます");
+    }
+  }
   session.trace("変換数: " + std::to_string(report.written));
   RunNames names{log_kind_info(kind).name, path_text(fs::absolute(options.input)), {}};
   for (const fs::path& output : outputs) names.outputs.push_back(path_text(fs::absolute(output)));
@@ -68,9 +77,10 @@ template <typename Run>
 ConversionReport with_progress(const CliOptions& options, Run run) {
   ProgressBar bar(!options.quiet && stderr_is_terminal());
   ConversionReport report = run(RunContext{[&bar](double done) {
-    bar.show(done);
-    return true;
-  }});
+                                             bar.show(done);
+                                             return true;
+                                           },
+                                           local_time});
   bar.clear();
   return report;
 }
@@ -90,12 +100,6 @@ struct FromAdifTables {
 
 int convert_h2l(Session& session) {
   const CliOptions& options = session.options();
-  // Of an ADIF file there is one conversion only, whatever the command was called.
-  if (options.command == Command::kH2l && options.kind.empty() &&
-      recognise(options.input) == LogKind::kAdif) {
-    print_note(options, "ADIF なので l2h で変換します");
-    return convert_l2h(session);
-  }
   const LogKind kind = input_kind(options, LogKindInfo::kH2l);
   const fs::path output =
       options.output.empty() ? output_path(options.input, "adi") : fs::path(options.output);
@@ -106,6 +110,7 @@ int convert_h2l(Session& session) {
   job.source = log_kind_info(kind).source;
   job.zlog_zone = zlog_zone(session.settings());
   job.intermediate = options.keep_intermediate;
+  session.will_write({output, job.intermediate});
   std::unique_ptr<HamlogLibrary> library;
   if (kind == LogKind::kHamlogHdb) {
     library = bind_hamlog_library(session.folder(), job.input);
@@ -149,6 +154,7 @@ int convert_l2h(Session& session) {
       options.output.empty() ? output_path(options.input, "csv") : fs::path(options.output);
   const L2hJob job{options.input, output, l2h_options(session.settings(), option1_of(options.time)),
                    temporary_folders(session.folder())};
+  session.will_write({output});
   const FromAdifTables tables(session);
   L2hState fresh_start;
   const ConversionReport report = with_progress(options, [&](const RunContext& context) {
@@ -163,14 +169,14 @@ int convert_adif_to_zlog(Session& session) {
   const fs::path base = options.output.empty() ? output_path(options.input, "").replace_extension()
                                                : fs::path(options.output);
   const AdifToZlogJob job{options.input, base, adif_to_zlog_options(session.settings())};
+  session.will_write(job.outputs());
   const FromAdifTables tables(session);
   AdifToZlogState fresh_start;
   const ConversionReport report = with_progress(options, [&](const RunContext& context) {
     return run_adif_to_zlog(job, tables.conversion, tables.calls, tables.places, fresh_start,
                             context);
   });
-  return finish(session, kind, {job.output(".all"), job.output(".zlo"), job.output(".csv")},
-                report);
+  return finish(session, kind, job.outputs(), report);
 }
 
 int show_info(Session& session) {

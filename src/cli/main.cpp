@@ -6,6 +6,7 @@
 #include "cli/options.h"
 #include "cli/surroundings.h"
 #include "text/error.h"
+#include "text/open_file.h"
 
 int main(int argc, char** argv) {
   constexpr int kFailed = 1;
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
   using namespace tobarine;
   try {
     prepare_console();
+    survive_size_limit();
     std::ios::sync_with_stdio(false);
     const ParsedOptions parsed = parse_options(utf8_arguments(argc, argv));
     if (parsed.exit_status >= 0) return parsed.exit_status;

@@ -38,7 +38,7 @@ void print_note(const CliOptions& options, std::string_view text) {
 }
 
 void print_run(const CliOptions& options, const RunNames& names, const ConversionReport& report) {
-  if (report.stopped_by) std::cerr << *report.stopped_by << '\n';
+  if (report.stopped_by) std::cerr << "tobarine-cli: " << *report.stopped_by << '\n';
   if (options.quiet) return;
   if (options.json) {
     Json json = {{"kind", names.kind}, {"input", names.input}};
@@ -56,7 +56,7 @@ void print_run(const CliOptions& options, const RunNames& names, const Conversio
     return;
   }
   std::cout << "入力数: " << report.read << " 件\n変換数: " << report.written << " 件\n";
-  if (!report.stopped_by) std::cout << "処理終了\n";
+  std::cout << (report.stopped_by ? "途中で止まりました\n" : "処理終了\n");
   if (options.report) std::cout << report_text(report);
   for (const std::string& output : names.outputs) std::cerr << "出力: " << output << '\n';
   if (options.report) return;

@@ -49,7 +49,9 @@ int build_dxcc(Session& session) {
   const CliOptions& options = session.options();
   const fs::path output = options.output.empty() ? file_in(session.writable_folder(), "dxcc_hl.dat")
                                                  : fs::path(options.output);
-  const DxccFile built = renew_dxcc_file(options.input, session.folder(), output);
+  session.will_write({output});
+  const DxccFile built =
+      renew_dxcc_file(options.input, session.folder(), output, session.keep_rule());
   print_dxcc_file(options, built, path_text(output));
   return 0;
 }
@@ -68,7 +70,9 @@ int build_jcc_master(Session& session) {
   const fs::path lists = options.input.empty() ? session.folder() : fs::path(options.input);
   const fs::path output = options.output.empty() ? file_in(session.writable_folder(), "JCC_JCG.mas")
                                                  : fs::path(options.output);
-  print_jcc_build(options, renew_jcc_master(lists, output), path_text(output));
+  session.will_write({output});
+  const JccRenewal renewal = renew_jcc_master(lists, output, session.keep_rule());
+  print_jcc_build(options, renewal, path_text(output));
   return 0;
 }
 

@@ -2,13 +2,28 @@
 
 #include <system_error>
 
+#include "app/local_time.h"
+#include "cli/print.h"
 #include "cli/surroundings.h"
+#include "convert/run.h"
 #include "text/error.h"
+#include "text/file_identity.h"
 #include "text/folder.h"
 
 namespace tobarine {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+std::vector<fs::path> files_of(const fs::path& folder) {
+  std::error_code error;
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::directory_iterator(folder, error)) files.push_back(entry.path());
+  return files;
+}
+
+}  // namespace
 
 Session::Session(const CliOptions& options)
     : options_(options),
@@ -24,10 +39,28 @@ Session::Session(const CliOptions& options)
     set_setting(settings_, assignment.substr(0, equals), assignment.substr(equals + 1));
   }
   if (!options.trace.empty()) {
-    trace_.open(options.trace);
-    trace_.line("Tobarine_log.txt");
+    refuse_shared_files({options.input}, {options.trace});
+    refuse_shared_files({}, {options.output, options.keep_intermediate, options.trace});
+    const bool renewed = begins_with(options.trace, kTraceHeading);
+    if (!renewed) refuse_shared_files(files_of(folder_.path), {options.trace});
+    KeepRule rule = keep_rule();
+    rule.may_go = [](const fs::path& file) { return begins_with(file, kTraceHeading); };
+    trace_.open(options.trace, rule);
     trace_.line("strPath : " + folder_text(folder_.path));
   }
+}
+
+void Session::will_write(const std::vector<fs::path>& outputs) const {
+  std::vector<fs::path> all = outputs;
+  all.push_back(options_.trace);
+  refuse_shared_files({options_.input}, all);
+}
+
+KeepRule Session::keep_rule() const {
+  return {{}, local_time, [this](const fs::path& file, const fs::path& backup) {
+            print_note(options_, std::string(finding_heading(FindingKind::kFileKept)) + ": " +
+                                     kept_file_text(file, backup));
+          }};
 }
 
 ConversionTables Session::conversion_tables() {

@@ -3,12 +3,14 @@
 
 #include <filesystem>
 #include <string_view>
+#include <vector>
 
 #include "app/program_folder.h"
 #include "app/settings.h"
 #include "app/trace_log.h"
 #include "cli/options.h"
 #include "convert/reference_tables.h"
+#include "text/keep_rule.h"
 
 namespace tobarine {
 
@@ -24,6 +26,13 @@ class Session {
 
   // The folder for commands that write into it: the user's copy, made now if need be.
   std::filesystem::path writable_folder() const { return make_user_copy(folder_); }
+
+  // Every command holds all files that it will write against what it reads, and the trace log
+  // against them, before it writes. Throws UsageError.
+  void will_write(const std::vector<std::filesystem::path>& outputs) const;
+
+  // For files that no run reports on: standard error tells of one that was renamed.
+  KeepRule keep_rule() const;
 
   void trace(std::string_view line) { trace_.line(line); }
 

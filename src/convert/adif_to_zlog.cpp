@@ -1,12 +1,14 @@
 #include "convert/adif_to_zlog.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "convert/adif_contacts.h"
 #include "hamlog/hamlog_csv_writer.h"
 #include "text/error.h"
+#include "text/file_identity.h"
 #include "text/output_file.h"
 #include "text/strings.h"
 #include "zlog/all_writer.h"
@@ -41,9 +43,9 @@ void add_remarks(const AdifToZlogOptions& options, QsoRecord& r) {
 // zLog's two logs.
 class ZlogFiles {
  public:
-  ZlogFiles(const AdifToZlogJob& job, zlo::Record& record)
-      : all_file_(job.output(".all")),
-        zlo_file_(job.output(".zlo")),
+  ZlogFiles(const AdifToZlogJob& job, const KeepRule& rule, zlo::Record& record)
+      : all_file_(job.output(".all"), rule),
+        zlo_file_(job.output(".zlo"), rule),
         all_(all_file_),
         zlo_(zlo_file_, record) {}
 
@@ -58,9 +60,15 @@ class ZlogFiles {
     return std::max(all_.write(entry), zlo_.write(entry));
   }
 
-  void close() {
-    all_file_.close();
-    zlo_file_.close();
+  void close(ConversionReport& report) {
+    do_part(report, [this] { all_file_.close(); });
+    do_part(report, [this] { zlo_file_.close(); });
+  }
+
+  // Those that are in both.
+  std::size_t contacts() const {
+    const std::size_t records = std::min(all_file_.records(), zlo_file_.records());
+    return std::max<std::size_t>(records, 1) - 1;  // the header is one, too
   }
 
  private:
@@ -80,34 +88,38 @@ class Run {
         zlog_rules_(job.options.zlog),
         csv_rules_({calls.calls, places.codes, places.jcc}, job.options.csv_time,
                    job.options.write_qth, state.csv),
-        zlog_files_(job, state.record),
-        csv_file_(job.output(".csv")) {
+        state_(state) {
     report_.read = contacts_.count();
   }
 
   ConversionReport all(const RunContext& context) {
-    try {
-      forget_last_contact(record_);
-      bool more = contacts_.next(record_, report_.findings);
-      zlog_files_.write_header(record_);
-      for (std::size_t done = 1; more; ++done) {
-        context.tell(done, contacts_.file().bytes_read(), contacts_.file().size());
-        one();
-        forget_last_contact(record_);
-        more = contacts_.next(record_, report_.findings);
-      }
-    } catch (const RecordError& error) {
-      report_.stopped_by = error.what();
-    } catch (const StopRequested& stop) {
-      report_.stopped_by = stop.what();
-    }
-    zlog_files_.close();
-    csv_file_.close();
+    prepare(report_, [&] {
+      const KeepRule rule = keep_rule(context, report_.findings);
+      zlog_files_.emplace(job_, rule, state_.record);
+      csv_file_.emplace(job_.output(".csv"), rule);
+    });
+    if (!csv_file_) return std::move(report_);
+    do_part(report_, [&] { every_contact(context); });
+    zlog_files_->close(report_);
+    do_part(report_, [&] { csv_file_->close(); });
+    report_.written = zlog_files_->contacts();
     tell_zones();
     return std::move(report_);
   }
 
  private:
+  void every_contact(const RunContext& context) {
+    forget_last_contact(record_);
+    bool more = contacts_.next(record_, report_.findings);
+    zlog_files_->write_header(record_);
+    for (std::size_t done = 1; more; ++done) {
+      context.tell(done, contacts_.file().bytes_read(), contacts_.file().size());
+      one();
+      forget_last_contact(record_);
+      more = contacts_.next(record_, report_.findings);
+    }
+  }
+
   void one() {
     if (is_blank(record_.call) || is_blank(record_.qso_date)) {
       report_.findings.add(FindingKind::kNoDateOrCall, contacts_.line(), record_.call,
@@ -117,8 +129,7 @@ class Run {
     std::size_t lacking = 0;
     switch (zlog_rules_.apply(record_, contacts_.line(), entry_, report_.findings)) {
       case ZlogRules::Fate::kWrite:
-        lacking = zlog_files_.write(entry_);
-        ++report_.written;
+        lacking = zlog_files_->write(entry_);
         break;
       case ZlogRules::Fate::kLeftOut:
         break;
@@ -135,8 +146,8 @@ class Run {
       record_.freq.resize(std::min(record_.freq.find('.'), record_.freq.size()));
     HamlogColumns columns;
     csv_rules_.apply(record_, contacts_.line(), columns, report_.findings);
-    WrittenLine written = write_hamlog_line(columns, csv_file_.buffer());
-    csv_file_.flush_if_full();
+    WrittenLine written = write_hamlog_line(columns, csv_file_->buffer());
+    csv_file_->end_record();
     written.lacking = std::max(written.lacking, lacking_elsewhere);
     report_written_line(written, contacts_.line(), record_.call, report_.findings);
   }
@@ -157,8 +168,9 @@ class Run {
   AdifContacts contacts_;
   ZlogRules zlog_rules_;
   L2hRules csv_rules_;
-  ZlogFiles zlog_files_;
-  OutputFile csv_file_;
+  AdifToZlogState& state_;
+  std::optional<ZlogFiles> zlog_files_;
+  std::optional<OutputFile> csv_file_;
   QsoRecord record_;
   ZlogEntry entry_;
 };
@@ -171,12 +183,14 @@ std::filesystem::path AdifToZlogJob::output(std::string_view extension) const {
   return path;
 }
 
+std::vector<std::filesystem::path> AdifToZlogJob::outputs() const {
+  return {output(".all"), output(".zlo"), output(".csv")};
+}
+
 ConversionReport run_adif_to_zlog(const AdifToZlogJob& job, const ConversionTables& tables,
                                   const CallTables& calls, const PlaceTables& places,
                                   AdifToZlogState& state, const RunContext& context) {
-  for (const std::string_view extension : {".all", ".zlo", ".csv"}) {
-    refuse_same_file(job.input, job.output(extension));
-  }
+  refuse_shared_files({job.input}, job.outputs());
   return Run(job, tables, calls, places, state).all(context);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 #include "convert/reference_tables.h"
 #include "convert/report.h"
@@ -33,6 +34,7 @@ struct AdifToZlogJob {
   AdifToZlogOptions options;
 
   std::filesystem::path output(std::string_view extension) const;  // ".all", ".zlo", ".csv"
+  std::vector<std::filesystem::path> outputs() const;              // all three
 };
 
 // What a run leaves to the next one.

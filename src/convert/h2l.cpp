@@ -1,13 +1,15 @@
 #include "convert/h2l.h"
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "convert/intermediate_reader.h"
 #include "hamlog/adif_writer.h"
 #include "hamlog/hamlog_csv.h"
 #include "hamlog/hdb_reader.h"
-#include "text/error.h"
+#include "text/file_identity.h"
 #include "text/output_file.h"
 #include "zlog/all_reader.h"
 #include "zlog/contest.h"
@@ -30,8 +32,6 @@ std::unique_ptr<ContactReader> open_hamlog(const H2lJob& job, AdifTarget target,
 // Writes the intermediate file, the first half of the work, and counts the log's contacts.
 std::unique_ptr<ContactReader> open_zlog(const H2lJob& job, const RunContext& context,
                                          ConversionReport& report) {
-  refuse_same_file(job.input, job.intermediate);
-  refuse_same_file(job.output, job.intermediate);
   std::unique_ptr<ZlogReader> log;
   if (job.source == H2lSource::kZlogAll) {
     refuse_foreign_all(job.input);
@@ -51,50 +51,43 @@ std::unique_ptr<ContactReader> open_zlog(const H2lJob& job, const RunContext& co
   return std::make_unique<IntermediateReader>(job.intermediate, std::move(written.numbers));
 }
 
-// Returns the number of contacts read.
-std::size_t convert_all(ContactReader& reader, H2lRules& rules, AdifWriter& writer,
-                        const RunContext& context, ConversionReport& report) {
+void convert_all(ContactReader& reader, H2lRules& rules, AdifWriter& writer,
+                 const RunContext& context, std::size_t& read, ConversionReport& report) {
   AdifContact contact;
-  std::size_t read = 0;
-  try {
-    while (reader.next(contact.record, report.findings)) {
-      const ContactReader::Done done = reader.done();
-      context.tell(++read, done.part, done.whole);
-      if (!rules.apply(contact, reader.line(), report.findings)) continue;
-      if (const std::size_t lacking = writer.write(contact); lacking > 0) {
-        report.findings.add(FindingKind::kNotEncodable, reader.line(), contact.record.call,
-                            std::to_string(lacking) + " 文字");
-      }
-      ++report.written;
+  while (reader.next(contact.record, report.findings)) {
+    const ContactReader::Done done = reader.done();
+    context.tell(++read, done.part, done.whole);
+    if (!rules.apply(contact, reader.line(), report.findings)) continue;
+    if (const std::size_t lacking = writer.write(contact); lacking > 0) {
+      report.findings.add(FindingKind::kNotEncodable, reader.line(), contact.record.call,
+                          std::to_string(lacking) + " 文字");
     }
-  } catch (const RecordError& error) {
-    report.stopped_by = error.what();
-  } catch (const StopRequested& stop) {
-    report.stopped_by = stop.what();
   }
-  return read;
 }
 
 ConversionReport run(const H2lJob& job, AdifTarget target, const ConversionTables& tables,
                      const CallTables& calls, const RunContext& context) {
-  refuse_same_file(job.input, job.output);
+  refuse_shared_files({job.input}, {job.output, job.intermediate});
   ConversionReport report;
   const bool from_zlog = is_zlog(job.source);
   std::unique_ptr<ContactReader> reader;
-  try {
+  std::optional<OutputFile> output;
+  prepare(report, [&] {
     reader = from_zlog ? open_zlog(job, context, report) : open_hamlog(job, target, report);
-  } catch (const StopRequested&) {
-    report.stopped_by = "中止しました。出力はまだ書いていません";
-    return report;
-  }
-  H2lRules rules(job.options, {tables.bands, tables.modes, calls.calls, calls.codes}, target);
-  OutputFile output(job.output);
-  AdifWriter writer(output, target, job.options.write_qth);
-  writer.write_header();
-  const RunContext rest = from_zlog ? context.part(0.5, 1) : context;
-  const std::size_t read = convert_all(*reader, rules, writer, rest, report);
+    output.emplace(job.output, keep_rule(context, report.findings));
+  });
+  if (!output) return report;
+  std::size_t read = 0;
+  do_part(report, [&] {
+    H2lRules rules(job.options, {tables.bands, tables.modes, calls.calls, calls.codes}, target);
+    AdifWriter writer(*output, target, job.options.write_qth);
+    writer.write_header();
+    const RunContext rest = from_zlog ? context.part(0.5, 1) : context;
+    convert_all(*reader, rules, writer, rest, read, report);
+  });
   if (!from_zlog) report.read = read;
-  output.close();
+  do_part(report, [&] { output->close(); });
+  report.written = std::max<std::size_t>(output->records(), 1) - 1;  // the header is one, too
   return report;
 }
 

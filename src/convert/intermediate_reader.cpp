@@ -24,7 +24,7 @@ std::size_t RowNumbers::after(std::size_t number) const {
 IntermediateFile write_intermediate(ZlogReader& log, char zone, const std::filesystem::path& path,
                                     const RunContext& context, FindingLog& findings) {
   IntermediateFile result;
-  OutputFile file(path);
+  OutputFile file(path, keep_rule(context, findings));
   IntermediateWriter writer(file, zone);
   ZlogContact contact;
   std::size_t contacts = 0;

@@ -2,6 +2,7 @@
 
 #include "convert/adif_contacts.h"
 #include "hamlog/hamlog_csv_writer.h"
+#include "text/file_identity.h"
 #include "text/input_file.h"
 #include "text/output_file.h"
 #include "text/strings.h"
@@ -44,32 +45,27 @@ void write_all(AdifContacts& contacts, L2hRules& rules, const std::filesystem::p
     const WrittenLine written = write_hamlog_line(columns, output.buffer());
     const std::string_view line = std::string_view(output.buffer()).substr(before);
     report_line(written, contains(line, kDropMark), columns, contacts.line(), findings);
-    output.flush_if_full();
+    output.end_record();
   }
   output.close();
 }
 
-// Pass 2: the lines without "//" to the output. Returns their number.
-std::size_t copy_lines(const std::filesystem::path& from, const std::filesystem::path& to) {
+// Pass 2: the lines without "//" to the output.
+void copy_lines(const std::filesystem::path& from, OutputFile& output) {
   LineReader lines(from);
-  OutputFile output(to);
-  std::size_t copied = 0;
   std::string_view line;
   while (lines.next(line)) {
     if (contains(line, kDropMark)) continue;
     output.buffer().append(line).append("\r\n");
-    output.flush_if_full();
-    ++copied;
+    output.end_record();
   }
-  output.close();
-  return copied;
 }
 
 }  // namespace
 
 ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, const CallTables& calls,
                          const PlaceTables& places, L2hState& state, const RunContext& context) {
-  refuse_same_file(job.input, job.output);
+  refuse_shared_files({job.input}, {job.output});
   ConversionReport report;
   AdifContacts contacts(job.input, tables.bands, tables.modes, job.options.remarks,
                         report.findings);
@@ -83,7 +79,10 @@ ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, cons
     report.stopped_by = "中止しました。出力はまだ書いていません";
     return report;
   }
-  report.written = copy_lines(temporary.path(), job.output);
+  OutputFile output(job.output, keep_rule(context, report.findings));
+  do_part(report, [&] { copy_lines(temporary.path(), output); });
+  do_part(report, [&] { output.close(); });
+  report.written = output.records();
   return report;
 }
 

@@ -1,7 +1,8 @@
 #include "convert/run.h"
 
 #include <string>
-#include <system_error>
+
+#include "hamlog/adif_writer.h"
 
 namespace tobarine {
 
@@ -14,11 +15,18 @@ std::filesystem::path output_path(const std::filesystem::path& input, std::strin
   return result;
 }
 
-void refuse_same_file(const std::filesystem::path& input, const std::filesystem::path& output) {
-  std::error_code error;
-  if (std::filesystem::equivalent(input, output, error)) {
-    throw UsageError("出力が入力と同じファイルです: " + path_text(output));
+std::string output_path_note(const std::filesystem::path& input,
+                             const std::filesystem::path& output) {
+  const std::filesystem::path whole = std::filesystem::absolute(input).lexically_normal();
+  if (output.parent_path() != whole.parent_path()) {
+    return "入力と別のフォルダーです: " + path_text(output) +
+           " (フォルダーの名前にある「.」までが出力の名前になるため)";
   }
+  if (output.stem() != whole.stem()) {
+    return "入力の名前の途中までです: " + path_text(output.filename()) +
+           " (最初の「.」までが出力の名前になるため)";
+  }
+  return {};
 }
 
 void RunContext::tell(std::size_t contacts, std::uint64_t bytes_done,
@@ -31,8 +39,41 @@ void RunContext::tell(std::size_t contacts, std::uint64_t bytes_done,
 }
 
 RunContext RunContext::part(double from, double to) const {
-  if (!progress) return {};
-  return {[whole = progress, from, to](double done) { return whole(from + done * (to - from)); }};
+  if (!progress) return {{}, now};
+  return {[whole = progress, from, to](double done) { return whole(from + done * (to - from)); },
+          now};
+}
+
+std::string kept_file_text(const std::filesystem::path& file, const std::filesystem::path& backup) {
+  return path_text(file.filename()) + " -> " + path_text(backup.filename());
+}
+
+KeepRule keep_rule(const RunContext& context, FindingLog& findings) {
+  return {is_own_adif, context.now,
+          [&findings](const std::filesystem::path& file, const std::filesystem::path& backup) {
+            findings.add(FindingKind::kFileKept, 0, "", kept_file_text(file, backup));
+          }};
+}
+
+void do_part(ConversionReport& report, const std::function<void()>& part) {
+  try {
+    part();
+  } catch (const Error& error) {
+    if (report.stopped_by) {
+      report.stopped_by->append("。").append(error.what());
+    } else {
+      report.stopped_by = error.what();
+    }
+  }
+}
+
+void prepare(ConversionReport& report, const std::function<void()>& part) {
+  try {
+    part();
+  } catch (const Error& error) {
+    if (report.findings.count(FindingKind::kFileKept) == 0) throw;
+    report.stopped_by = error.what();
+  }
 }
 
 }  // namespace tobarine

@@ -3,11 +3,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <functional>
+#include <string>
 #include <string_view>
 
+#include "convert/report.h"
 #include "text/error.h"
+#include "text/keep_rule.h"
 
 namespace tobarine {
 
@@ -16,8 +20,10 @@ namespace tobarine {
 // has always been found there. The path is made absolute first.
 std::filesystem::path output_path(const std::filesystem::path& input, std::string_view extension);
 
-// Throws UsageError when the output is the input, under whatever name.
-void refuse_same_file(const std::filesystem::path& input, const std::filesystem::path& output);
+// What the user should know of the name that output_path() has made of the input's: it stands in
+// another folder, or lacks a part of the name. Empty when it is as anyone would expect.
+std::string output_path_note(const std::filesystem::path& input,
+                             const std::filesystem::path& output);
 
 // Thrown where the user's wish to stop is seen; the runs turn it into `stopped_by`.
 class StopRequested : public Error {
@@ -29,6 +35,7 @@ class StopRequested : public Error {
 struct RunContext {
   // Called now and then with the done part, 0 .. 1. False: the run is to stop.
   std::function<bool(double)> progress;
+  std::function<std::tm()> now;  // local time, for the names of files that are kept
 
   // Calls `progress` at every few thousandth contact. Throws StopRequested.
   void tell(std::size_t contacts, std::uint64_t bytes_done, std::uint64_t bytes_all) const;
@@ -36,5 +43,19 @@ struct RunContext {
   // For a part of the run, which is `from` .. `to` of the whole.
   RunContext part(double from, double to) const;
 };
+
+// Of files that stand where a run writes: an ADIF of our own may go, anything else is renamed and
+// the report tells it. Both must live as long as the rule.
+KeepRule keep_rule(const RunContext& context, FindingLog& findings);
+
+// What tells of such a file: "NAME -> NAME....bak" behind the heading of the finding.
+std::string kept_file_text(const std::filesystem::path& file, const std::filesystem::path& backup);
+
+// Does a part of a run. A failure goes into the report's `stopped_by`.
+void do_part(ConversionReport& report, const std::function<void()>& part);
+
+// Does what comes before the first contact is written. A failure goes to the caller as it is,
+// unless the run has renamed a file by then, which the report must tell.
+void prepare(ConversionReport& report, const std::function<void()>& part);
 
 }  // namespace tobarine

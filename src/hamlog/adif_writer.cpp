@@ -5,11 +5,14 @@
 
 #include "rules/version.h"
 #include "text/cp932.h"
+#include "text/keep_rule.h"
 #include "text/strings.h"
 #include "text/utf8.h"
 
 namespace tobarine {
 namespace {
+
+constexpr std::string_view kHeaderStart = "<ADIF_VER:5>2.1.8\r\nADIF Export from Tobarine Version ";
 
 // More than all tag names, lengths and blanks of a record take together.
 constexpr std::size_t kTagsOfRecord = 512;
@@ -31,13 +34,17 @@ void copy_ends(std::string_view value, char* out) {
 
 }  // namespace
 
+bool is_own_adif(const std::filesystem::path& file) {
+  return begins_with(file, kHeaderStart);
+}
+
 void AdifWriter::write_header() {
-  file_.buffer().append("<ADIF_VER:5>2.1.8\r\nADIF Export from Tobarine Version ");
-  file_.buffer().append(kVersion);
+  file_.buffer().append(kHeaderStart).append(kVersion);
   file_.buffer().append(
       "\r\nInternet:  https://tobarine.example/\r\n"
       "e-mail to: support@tobarine.example\r\n"
       "<EOH>\r\n\r\n");
+  file_.end_record();
 }
 
 // Values are short; two overlapping copies of a fixed size are faster than one of a variable size.
@@ -156,7 +163,7 @@ std::size_t AdifWriter::write(const AdifContact& contact) {
     eqsl_line(contact);
   }
   file_.buffer().append(text_.data(), out_);
-  file_.flush_if_full();
+  file_.end_record();
   return lacking_;
 }
 

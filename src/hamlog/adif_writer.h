@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,9 @@
 #include "text/output_file.h"
 
 namespace tobarine {
+
+// Whether this program has written the file, for Logger32 or for eQSL.cc: its header says so.
+bool is_own_adif(const std::filesystem::path& file);
 
 class AdifWriter {
  public:

@@ -74,6 +74,8 @@ constexpr KindText kKinds[] = {
     {FindingKind::kUnreadRecord, "unread-record", "読めなかったレコード"},
     {FindingKind::kRemarksEmptied, "remarks-emptied",
      "州名の転記先が「不特定」なので、二つの Rmks は空欄 (Rmks 1 か 2 を選んで下さい)"},
+    {FindingKind::kFileKept, "file-kept", "前からあったファイルは名前を変えて残しました"},
+    {FindingKind::kOutputName, "output-name", "出力の名前"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

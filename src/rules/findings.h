@@ -48,6 +48,8 @@ enum class FindingKind {
   kZoneWritten,
   kUnreadRecord,
   kRemarksEmptied,
+  kFileKept,
+  kOutputName,
   kCount
 };
 

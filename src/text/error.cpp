@@ -27,6 +27,8 @@ std::string system_reason(int error_number) {
       return "途中のフォルダーがありません";
     case ENOSPC:
       return "ディスクの空き容量がありません";
+    case EBUSY:
+      return "ほかのプログラムが使っています。閉じるか、終わるのを待って、もう一度試して下さい";
     case EROFS:
       return "書き込みできないディスクです";
     case EFBIG:

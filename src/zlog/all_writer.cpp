@@ -20,6 +20,7 @@ void put_column(std::string_view value, std::size_t longest, std::size_t width, 
 
 AllWriter::AllWriter(OutputFile& file) : file_(file) {
   file_.buffer().append("zLog for Windows \r\n");
+  file_.end_record();
 }
 
 std::size_t AllWriter::write(const ZlogEntry& entry) {
@@ -42,7 +43,7 @@ std::size_t AllWriter::write(const ZlogEntry& entry) {
   put_memo(entry, true, line_);
   const std::size_t lacking = encode_cp932(line_, file_.buffer());
   file_.buffer().append("\r\n");
-  file_.flush_if_full();
+  file_.end_record();
   return lacking;
 }
 

@@ -104,7 +104,7 @@ void IntermediateWriter::write(const ZlogContact& contact, std::size_t number,
   }
   buffer.pop_back();
   buffer += "\r\n";
-  file_.flush_if_full();
+  file_.end_record();
 }
 
 }  // namespace tobarine

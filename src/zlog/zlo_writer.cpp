@@ -71,7 +71,7 @@ void put_code(const Texts& texts, std::string_view text, unsigned char& code) {
 
 void ZloWriter::put(const zlo::Record& record) {
   file_.buffer().append(reinterpret_cast<const char*>(record.data()), record.size());
-  file_.flush_if_full();
+  file_.end_record();
 }
 
 std::size_t ZloWriter::write_header(std::string_view station_call, std::string_view contest) {

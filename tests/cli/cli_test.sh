@@ -120,7 +120,8 @@ LC_ALL=C awk 'BEGIN { srand(7); for (i = 0; i < 100000; i++) printf "%c", int(ra
 refused "random bytes" "$cli" h2l random.csv
 head -c 100000000 /dev/zero | tr '\0' 'x' >long.csv
 refused "one line of 100 MB" "$cli" eqsl long.csv
-refused "full disk" "$cli" --quiet h2l log.csv -o /dev/full
+check "full disk" 1 'tobarine-cli: /dev/full: 書き込めません' "$cli" h2l log.csv -o /dev/full
+check "full disk" 1 '途中で止まりました' "$cli" l2h log.adi -o /dev/full
 refused "no such folder" "$cli" h2l log.csv -o none/out.adi
 refused "no home" "$cli" --home "$dir/none" h2l log.csv
 cp log.csv Hamlog.hdb
@@ -128,9 +129,9 @@ refused "Hamlog's database" "$cli" h2l Hamlog.hdb
 check "Hamlog's database" 1 'CSV に出力' "$cli" info Hamlog.hdb
 refused "not a log" "$cli" h2l "$source/LICENSE"
 refused "wrong kind" "$cli" eqsl log.adi
-check "ADIF given to h2l" 0 'l2h で変換します' "$cli" h2l log.adi -o back.csv
+refused "ADIF given to h2l" "$cli" h2l log.adi
+check "the way back is named" 1 'l2h を使って' "$cli" h2l log.adi
 refused "wrong kind" "$cli" l2h log.csv
-refused "l2h on a full disk" "$cli" l2h log.adi -o /dev/full
 refused "l2h of a folder" "$cli" l2h . -o x.csv
 cp random.csv random.adi
 refused "random bytes as ADIF" "$cli" l2h random.adi
@@ -144,7 +145,7 @@ for kind in all zlo; do
   refused "random bytes as a zLog log" "$cli" h2l random.$kind
   mkdir folder.$kind
   refused "folder as a zLog log" "$cli" eqsl folder.$kind
-  refused "zLog on a full disk" "$cli" h2l "$source/samples/contest.$kind" -o /dev/full
+  check "zLog on a full disk" 1 '変換数: 0 件' "$cli" h2l "$source/samples/contest.$kind" -o /dev/full
   refused "intermediate file on a full disk" "$cli" h2l "$source/samples/contest.$kind" -o z.adi \
     --keep-intermediate /dev/full
 done
@@ -159,7 +160,7 @@ check "no intermediate file" 2 'keep-intermediate' "$cli" h2l log.csv --keep-int
 refused "adif2zlog of a zLog log" "$cli" adif2zlog "$source/samples/contest.all" -o x
 refused "adif2zlog of random bytes" "$cli" adif2zlog random.adi -o x
 ln -s /dev/full full.zlo
-refused "adif2zlog on a full disk" "$cli" adif2zlog log.adi -o full
+check "adif2zlog on a full disk" 1 'full.zlo: 書き込めません' "$cli" adif2zlog log.adi -o full
 refused "adif2zlog into no folder" "$cli" adif2zlog log.adi -o none/x
 cp n1mm.csv input.csv
 check "adif2zlog over its input" 1 'この変換の入力ではありません' "$cli" adif2zlog input.csv -o input

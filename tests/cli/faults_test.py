@@ -27,7 +27,7 @@ def check(name, holds):
 
 def start(words, before=None):
     return subprocess.Popen([CLI, *map(str, words)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                            stdin=subprocess.DEVNULL, preexec_fn=before, restore_signals=False)
+                            stdin=subprocess.DEVNULL, preexec_fn=before)
 
 
 def run(words, before=None):

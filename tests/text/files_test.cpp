@@ -5,7 +5,6 @@
 #include "text/error.h"
 #include "text/folder.h"
 #include "text/input_file.h"
-#include "text/output_file.h"
 
 namespace tobarine {
 namespace {
@@ -116,20 +115,6 @@ TEST(CsvReader, KnowsItsLines) {
   EXPECT_EQ(reader.line(), 4U);
   EXPECT_EQ(reader.last_line(), 5U);
   EXPECT_TRUE(reader.unclosed_quote());
-}
-
-TEST(OutputFile, AFullDiskIsToldAndAReplacedFileStays) {
-  OutputFile full("/dev/full");
-  full.buffer() = "text";
-  EXPECT_THROW(full.close(), FileError);
-  const TestFolder folder;
-  std::filesystem::create_directory(folder / "target");
-  EXPECT_THROW(replace_file(folder / "target", "x"), FileError);
-  EXPECT_THROW(replace_file(folder / "no" / "file", "x"), FileError);
-  const auto file = folder.file("f", "old");
-  replace_text_file(file, "新\n");
-  EXPECT_EQ(TestFolder::bytes_of(file), "\x90\x56\r\n");
-  EXPECT_FALSE(std::filesystem::exists(folder / "f.tmp"));
 }
 
 TEST(Folder, NamesMatchWithoutRegardToCase) {

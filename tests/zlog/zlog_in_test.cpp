@@ -65,6 +65,7 @@ class ZlogIn : public ::testing::Test {
   std::vector<std::string> rows(H2lSource source, const std::string& bytes) {
     H2lJob job{folder_.file("log", bytes), folder_ / "out.adi", {}, source};
     job.intermediate = folder_ / "zlog_1.csv";
+    std::filesystem::remove(job.intermediate);
     report_ = run_h2l(job, delivered<ConversionTables>(), delivered<CallTables>(), {});
     return text_lines(TestFolder::bytes_of(job.intermediate));
   }

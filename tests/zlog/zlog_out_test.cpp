@@ -28,6 +28,7 @@ class ZlogOut : public ::testing::Test {
   const ConversionReport& run(const std::string& contacts) {
     const AdifToZlogJob job{folder_.text("in.adi", "<EOH>\r\n" + contacts), folder_ / "out",
                             adif_to_zlog_options(settings_)};
+    for (const auto& output : job.outputs()) std::filesystem::remove(output);
     report_ = run_adif_to_zlog(job, delivered<ConversionTables>(), delivered<CallTables>(),
                                delivered<PlaceTables>(), state_, {});
     all_ = text_lines(TestFolder::bytes_of(folder_ / "out.all"));

@@ -12,6 +12,7 @@
 #include "app/program_folder.h"
 #include "app/qt/qt_shell.h"
 #include "text/error.h"
+#include "text/open_file.h"
 #include "text/temporary_file.h"
 
 namespace {
@@ -78,6 +79,7 @@ int run() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  survive_size_limit();
   const QApplication application(argc, argv);
   QApplication::setApplicationName("Tobarine");
   QApplication::setDesktopFileName("tobarine");

@@ -11,6 +11,7 @@
 #include <thread>
 #include <utility>
 
+#include "app/local_time.h"
 #include "app/qt/report_view.h"
 #include "app/qt/viewer_view.h"
 #include "text/error.h"
@@ -123,14 +124,7 @@ void QtShell::show_message(Icon icon, const MessageBox& message) {
 }
 
 std::tm QtShell::now() {
-  const std::time_t time = std::time(nullptr);
-  std::tm local{};
-#ifdef _WIN32
-  localtime_s(&local, &time);
-#else
-  localtime_r(&time, &local);
-#endif
-  return local;
+  return local_time();
 }
 
 void QtShell::mirror() {
