@@ -1,13 +1,16 @@
 #include "app/program_folder.h"
 
-#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <random>
+#include <string_view>
 #include <system_error>
 
+#include "app/delivered_files.h"
 #include "rules/version.h"
 #include "text/error.h"
 #include "text/folder.h"
-#include "text/input_file.h"
-#include "text/output_file.h"
+#include "text/temporary_file.h"
 
 namespace tobarine {
 namespace {
@@ -16,8 +19,64 @@ namespace fs = std::filesystem;
 
 constexpr const char* kFolderName = "tobarine";
 
+constexpr std::string_view kUnfinished = ".tmp";
+
 bool has_reference_files(const fs::path& folder) {
   return missing_reference_files(folder).size() < reference_files().size();
+}
+
+bool is_filled_folder(const fs::path& folder) {
+  std::error_code error;
+  return fs::is_directory(folder, error) && !fs::is_empty(folder, error) && !error;
+}
+
+fs::path environment(const std::string& name) {
+#ifdef _WIN32
+  const wchar_t* const value = _wgetenv(std::wstring(name.begin(), name.end()).c_str());
+#else
+  const char* const value = std::getenv(name.c_str());
+#endif
+  return value == nullptr ? fs::path() : fs::path(value);
+}
+
+// "tobarine-....tmp", gone with its owner unless it was renamed.
+class TemporaryFolder {
+ public:
+  explicit TemporaryFolder(const fs::path& parent) {
+    std::random_device random;
+    do {
+      path_ = parent / (kFolderName + ("-" + std::to_string(random())) + std::string(kUnfinished));
+      std::error_code error;
+      if (fs::create_directory(path_, error)) return;
+      if (error) throw FileError(path_, "作れません: " + system_reason(error.value()));
+    } while (true);
+  }
+  ~TemporaryFolder() {
+    std::error_code error;
+    fs::remove_all(path_, error);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+// What a program that was ended in the middle has left. A copy takes a second; one of an hour ago
+// is nobody's any more.
+void remove_unfinished_copies(const fs::path& parent) {
+  std::vector<fs::path> old;
+  std::error_code error;
+  for (fs::directory_iterator it(parent, error), end; !error && it != end; it.increment(error)) {
+    const std::string name = path_text(it->path().filename());
+    if (!name.starts_with(std::string(kFolderName) + "-") || !name.ends_with(kUnfinished)) continue;
+    std::error_code gone;
+    const auto age = fs::file_time_type::clock::now() - it->last_write_time(gone);
+    if (!gone && it->is_directory(gone) && age > std::chrono::hours(1)) old.push_back(it->path());
+  }
+  for (const fs::path& folder : old) fs::remove_all(folder, error);
 }
 
 }  // namespace
@@ -31,34 +90,88 @@ std::string folder_text(const fs::path& folder) {
   return text;
 }
 
+FolderHints folder_hints(const fs::path& home, const fs::path& executable) {
+  FolderHints hints{home.empty() ? environment("TOBARINE_HOME") : home, executable, {}};
+#ifdef _WIN32
+  hints.user_data = environment("LOCALAPPDATA");
+#else
+  hints.user_data = environment("XDG_DATA_HOME");
+  if (hints.user_data.empty() && !environment("HOME").empty()) {
+    hints.user_data = environment("HOME") / ".local" / "share";
+  }
+#endif
+  return hints;
+}
+
 ProgramFolder locate_program_folder(const FolderHints& hints) {
   std::error_code error;
   if (!hints.home.empty()) {
     if (!fs::is_directory(hints.home, error)) {
       throw FileError(hints.home, "プログラムフォルダーがありません");
     }
-    return {fs::absolute(hints.home), std::nullopt};
+    return {fs::absolute(hints.home), {}, {}};
   }
   const fs::path beside = hints.executable.parent_path();
-  if (has_reference_files(beside)) return {beside, std::nullopt};
-  const fs::path user = hints.user_data / kFolderName;
-  if (!hints.user_data.empty() && has_reference_files(user)) return {user, std::nullopt};
+  const fs::path user = hints.user_data.empty() ? fs::path() : hints.user_data / kFolderName;
+  const bool copied = !user.empty() && is_filled_folder(user);
+  if (has_reference_files(beside)) {
+    if (copied && !can_write_into(beside)) return {user, beside, user};
+    return {beside, {}, user};
+  }
   const fs::path installed = (beside / ".." / "share" / kFolderName).lexically_normal();
-  if (has_reference_files(installed)) return {installed, user};
+  const bool is_installed = has_reference_files(installed);
+  if (copied) return {user, is_installed ? installed : fs::path(), user};
+  if (is_installed) return {installed, installed, user};
   throw FileError(beside, "必要なファイル (" + reference_files().front() + " など) がありません");
 }
 
-fs::path make_user_copy(const ProgramFolder& folder) {
-  if (!folder.user_copy) return folder.path;
-  std::error_code error;
-  fs::create_directories(*folder.user_copy, error);
-  for (const auto& entry : fs::directory_iterator(folder.path, error)) {
-    const fs::path copy = *folder.user_copy / entry.path().filename();
-    if (error || fs::exists(copy, error)) continue;
-    replace_file(copy, read_whole_file(entry.path()));  // whole, whoever else does the same now
+bool can_write_into(const fs::path& folder) {
+  try {
+    const TemporaryFile probe({folder}, kFolderName);
+    return true;
+  } catch (const FileError&) {
+    return false;
   }
-  if (error) throw FileError(*folder.user_copy, "作れません: " + system_reason(error.value()));
-  return *folder.user_copy;
+}
+
+bool is_only_read(const ProgramFolder& folder) {
+  return folder.path == folder.delivered;
+}
+
+fs::path writable_folder(const ProgramFolder& folder) {
+  const bool may_copy = !folder.user_copy.empty() && folder.path != folder.user_copy;
+  const bool must_copy = is_only_read(folder) || (may_copy && !can_write_into(folder.path));
+  return must_copy ? make_user_copy(folder) : folder.path;
+}
+
+fs::path make_user_copy(const ProgramFolder& folder) {
+  if (folder.user_copy.empty()) {
+    throw FileError(folder.path,
+                    "書き込むための写しを作る所が分かりません。環境変数 HOME か "
+                    "--home で場所を指定して下さい");
+  }
+  const fs::path parent = folder.user_copy.parent_path();
+  std::error_code error;
+  fs::create_directories(parent, error);
+  if (!error) {
+    remove_unfinished_copies(parent);
+    const TemporaryFolder copy(parent);
+    copy_delivered_files(folder.path, copy.path());
+    fs::remove(folder.user_copy, error);  // an empty folder, where renaming does not replace it
+    fs::rename(copy.path(), folder.user_copy, error);
+  }
+  // Another program may have been first.
+  if (error && !is_filled_folder(folder.user_copy)) {
+    throw FileError(folder.user_copy, "作れません: " + system_reason(error.value()));
+  }
+  return folder.user_copy;
+}
+
+std::string refresh_user_copy(const ProgramFolder& folder, bool told) {
+  if (folder.path != folder.user_copy || folder.delivered.empty()) return {};
+  remove_unfinished_copies(folder.user_copy.parent_path());
+  const DeliveryNews news = bring_in_deliveries(folder.delivered, folder.path, told);
+  return delivery_text(news, folder.delivered, folder.path);
 }
 
 const std::vector<std::string>& reference_files() {

@@ -9,6 +9,7 @@
 #include "text/error.h"
 #include "text/file_identity.h"
 #include "text/folder.h"
+#include "text/strings.h"
 
 namespace tobarine {
 
@@ -27,7 +28,11 @@ std::vector<fs::path> files_of(const fs::path& folder) {
 
 Session::Session(const CliOptions& options)
     : options_(options),
-      folder_(locate_program_folder(folder_hints(options.home, options.called_as))) {
+      folder_(
+          locate_program_folder(folder_hints(options.home, executable_file(options.called_as)))) {
+  for_each_piece(refresh_user_copy(folder_, !options.quiet), '\n', [&](std::string_view line) {
+    if (!line.empty()) print_note(options, line);
+  });
   std::error_code error;
   const fs::path file = file_in(folder_.path, kSettingsFile);
   settings_ = fs::exists(file, error) ? read_settings(file) : first_start_settings();

@@ -16,8 +16,9 @@ namespace tobarine {
 
 class Session {
  public:
-  // Finds the program folder, reads the settings and applies --set. Nothing is written there.
-  // Throws FileError, RecordError, UsageError. `options` must live as long as the session.
+  // Finds the program folder, reads the settings and applies --set. Nothing is written there,
+  // except what was delivered since into the user's own copy. Throws FileError, RecordError,
+  // UsageError. `options` must live as long as the session.
   explicit Session(const CliOptions& options);
 
   const CliOptions& options() const { return options_; }
@@ -25,7 +26,7 @@ class Session {
   const std::filesystem::path& folder() const { return folder_.path; }
 
   // The folder for commands that write into it: the user's copy, made now if need be.
-  std::filesystem::path writable_folder() const { return make_user_copy(folder_); }
+  std::filesystem::path writable_folder() const { return tobarine::writable_folder(folder_); }
 
   // Every command holds all files that it will write against what it reads, and the trace log
   // against them, before it writes. Throws UsageError.

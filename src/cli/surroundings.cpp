@@ -1,6 +1,5 @@
 #include "cli/surroundings.h"
 
-#include <cstdlib>
 #include <system_error>
 
 #ifdef _WIN32
@@ -15,17 +14,6 @@
 #endif
 
 namespace tobarine {
-namespace {
-
-std::filesystem::path environment(const std::string& name) {
-#ifdef _WIN32
-  const wchar_t* const value = _wgetenv(std::wstring(name.begin(), name.end()).c_str());
-  return value == nullptr ? std::filesystem::path() : std::filesystem::path(value);
-#else
-  const char* const value = std::getenv(name.c_str());
-  return value == nullptr ? "" : value;
-#endif
-}
 
 std::filesystem::path executable_file(const std::filesystem::path& called_as) {
 #ifdef _WIN32
@@ -38,20 +26,6 @@ std::filesystem::path executable_file(const std::filesystem::path& called_as) {
   const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
   return error ? std::filesystem::absolute(called_as) : self;  // no /proc in a bare chroot
 #endif
-}
-
-}  // namespace
-
-FolderHints folder_hints(const std::filesystem::path& home,
-                         const std::filesystem::path& called_as) {
-  FolderHints hints;
-  hints.home = home.empty() ? environment("TOBARINE_HOME") : home;
-  hints.executable = executable_file(called_as);
-  hints.user_data = environment("XDG_DATA_HOME");
-  if (hints.user_data.empty() && !environment("HOME").empty()) {
-    hints.user_data = environment("HOME") / ".local" / "share";
-  }
-  return hints;
 }
 
 std::vector<std::string> utf8_arguments(int argc, char** argv) {

@@ -6,13 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "app/program_folder.h"
-
 namespace tobarine {
 
-// The executable, TOBARINE_HOME and the user's data folder; `home` is the --home option,
-// `called_as` the program's name as it was called.
-FolderHints folder_hints(const std::filesystem::path& home, const std::filesystem::path& called_as);
+// The running program's file; `called_as` is the program's name as it was called.
+std::filesystem::path executable_file(const std::filesystem::path& called_as);
 
 // The program's arguments in UTF-8, whatever the system's code page.
 std::vector<std::string> utf8_arguments(int argc, char** argv);

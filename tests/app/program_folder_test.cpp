@@ -1,11 +1,14 @@
 #include "app/program_folder.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
+#include "app/delivered_files.h"
 #include "app/log_kind.h"
 #include "paths.h"
 #include "test_folder.h"
 #include "text/error.h"
+#include "text/strings.h"
 
 namespace tobarine {
 namespace {
@@ -22,7 +25,7 @@ TEST(ProgramFolder, IsLookedForInOrder) {
   root.file("share/tobarine/h2l_cty.mas", "installed");
   const ProgramFolder installed = locate_program_folder(hints);
   EXPECT_EQ(installed.path, root / "share/tobarine");
-  EXPECT_EQ(make_user_copy(installed), root / "data/tobarine");
+  EXPECT_EQ(writable_folder(installed), root / "data/tobarine");
   EXPECT_EQ(TestFolder::bytes_of(root / "data/tobarine/h2l_cty.mas"), "installed");
   EXPECT_EQ(locate_program_folder(hints).path, root / "data/tobarine");
   root.file("bin/H2L_CTY.MAS", "");
@@ -31,6 +34,114 @@ TEST(ProgramFolder, IsLookedForInOrder) {
   EXPECT_EQ(locate_program_folder(hints).path, root / "home");
   hints.home = root / "none";
   EXPECT_THROW(locate_program_folder(hints), FileError);
+  hints = {"", root / "other" / "tobarine-cli", ""};
+  fs::rename(root / "bin", root / "other");
+  EXPECT_EQ(writable_folder(locate_program_folder(hints)), root / "other");
+  fs::remove(root / "other/H2L_CTY.MAS");
+  EXPECT_THROW(writable_folder(locate_program_folder(hints)),
+               FileError);  // no HOME: no "./tobarine"
+}
+
+// As an installed package and its user see them.
+class DeliveryTest : public ::testing::Test {
+ protected:
+  DeliveryTest() {
+    for (const char* name : {"bin", "share/tobarine"}) fs::create_directories(root_ / name);
+    for (const std::string& name : reference_files()) root_.file("share/tobarine/" + name, "1");
+  }
+  fs::path user() const { return root_ / "data/tobarine"; }
+  ProgramFolder locate() const {
+    return locate_program_folder({"", root_ / "bin" / "tobarine-cli", root_ / "data"});
+  }
+  std::string refresh(bool told = true) const { return refresh_user_copy(locate(), told); }
+  void deliver(const std::string& name, const std::string& bytes) const {
+    root_.file("share/tobarine/" + name, bytes);
+  }
+  std::string users(const std::string& name) const { return TestFolder::bytes_of(user() / name); }
+
+  TestFolder root_;
+};
+
+TEST_F(DeliveryTest, AnIncompleteCopyHealsAndKeepsWhatTheUserHas) {
+  fs::create_directories(user());
+  root_.file("data/tobarine/H2L_CTY.MAS", "his");  // what a first start that was ended once left
+  root_.file("data/tobarine/Tobarine.ini", "his");
+  EXPECT_EQ(locate().path, user());
+  EXPECT_TRUE(contains(refresh(), "補いました: JCC_JCG.mas、"));
+  EXPECT_EQ(missing_reference_files(user()), std::vector<std::string>{});
+  EXPECT_EQ(users("H2L_CTY.MAS") + users("Tobarine.ini"), "hishis");
+  EXPECT_EQ(users("dxcc_hl.dat"), "1");
+  EXPECT_EQ(refresh(), "");
+  deliver("new_table.dat", "2");  // an update brings a file that was not there before
+  EXPECT_TRUE(contains(refresh(), "補いました: new_table.dat\n"));
+}
+
+TEST_F(DeliveryTest, WhatIsStillAsDeliveredIsRenewed) {
+  writable_folder(locate());
+  root_.file("data/tobarine/dxcc_hl.dat", "learned");
+  EXPECT_EQ(refresh(), "");
+  for (const char* name : {"dxcc_hl.dat", "JCC_JCG.mas"}) deliver(name, "2");
+  EXPECT_TRUE(contains(refresh(false), "dxcc_hl.dat"));  // nobody has read that
+  const std::string text = refresh();
+  EXPECT_EQ(users("JCC_JCG.mas") + users("dxcc_hl.dat"), "2learned");
+  EXPECT_TRUE(contains(text, "あります: dxcc_hl.dat。") && contains(text, path_text(user())));
+  EXPECT_EQ(refresh(), "");
+  fs::rename(user() / "dxcc_hl.dat", user() / "mine.dat");  // as the text says
+  EXPECT_TRUE(contains(refresh(), "補いました: dxcc_hl.dat\n"));
+  deliver("dxcc_hl.dat", "3");
+  EXPECT_TRUE(contains(refresh(), "新しい版のファイルにしました: dxcc_hl.dat\n"));
+  EXPECT_EQ(users("dxcc_hl.dat"), "3");
+}
+
+TEST_F(DeliveryTest, CopiesFromBeforeThereWasARecordCount) {
+  writable_folder(locate());
+  // As delivered first: twenty modes, all rows in use.
+  std::string modes;
+  int row = 0;
+  for (const char* mode :
+       {"RTTY\",\"RTY",   "PSK31\",\"P31",       "PSK63\",\"P63",  "PSK125\",\"P12",
+        "QPSK31\",\"Q31", "DIGITALVOICE\",\"DV", "C4FM\",\"C4F",   "SSTV\",\"STV",
+        "HELL\",\"HEL",   "MFSK\",\"MFS",        "OLIVIA\",\"OLI", "JT65\",\"J65",
+        "JT6M\",\"J6M",   "JT44\",\"J44",        "FSK441\",\"F44", "MSK144\",\"MSK",
+        "MT63\",\"M63",   "THOR\",\"THR",        "DOMINO\",\"DOM", "CONTESTI\",\"CTI"}) {
+    modes += '"' + std::to_string(++row) + "\",\"" + mode + "\"\r\n";
+  }
+  for (const std::string& copy : {modes, modes + " "}) {
+    fs::remove(user() / kDeliveryRecord);
+    root_.file("data/tobarine/mode_tbl.ini", copy);
+    const bool as_delivered = copy == modes;
+    EXPECT_TRUE(
+        contains(refresh(), as_delivered ? "しました: mode_tbl.ini\n" : "あります: mode_tbl"));
+    EXPECT_EQ(users("mode_tbl.ini"), as_delivered ? "1" : copy);
+  }
+}
+
+TEST_F(DeliveryTest, AFolderThatCannotBeWrittenGivesWayToTheUsersCopy) {
+  fs::remove_all(root_ / "bin");
+  fs::rename(root_ / "share/tobarine", root_ / "bin");
+  root_.file("bin/Tobarine.exe", "program");
+  root_.file("bin/Tobarine.ini", "preset");
+  EXPECT_EQ(writable_folder(locate()), root_ / "bin");
+  make_user_copy(locate());  // what the window offers
+  EXPECT_EQ(locate().path, root_ / "bin");
+  EXPECT_EQ(users("Tobarine.ini"), "preset");
+  EXPECT_FALSE(fs::exists(user() / "Tobarine.exe"));
+  fs::permissions(root_ / "bin", fs::perms::owner_read | fs::perms::owner_exec);
+  if (!can_write_into(root_ / "bin")) {  // root writes everywhere
+    EXPECT_EQ(locate().path, user());
+    EXPECT_EQ(refresh(), "");
+  }
+  fs::permissions(root_ / "bin", fs::perms::owner_all);
+}
+
+TEST_F(DeliveryTest, CopiesThatWereNeverFinishedGo) {
+  const fs::path old = root_ / "data/tobarine-1.tmp";
+  const fs::path young = root_ / "data/tobarine-2.tmp";
+  for (const fs::path& copy : {old, young}) fs::create_directories(copy);
+  fs::last_write_time(old, fs::file_time_type::clock::now() - std::chrono::hours(2));
+  writable_folder(locate());
+  EXPECT_FALSE(fs::exists(old));
+  EXPECT_TRUE(fs::exists(young));  // another program may be at it
 }
 
 TEST(ProgramFolder, TheDeliveredFilesAreComplete) {

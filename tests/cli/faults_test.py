@@ -173,6 +173,52 @@ def renewal_killed(home, folder):
             check(f"{name} killed: whole or old", (home / name).read_bytes() in (old, new))
 
 
+def first_start_ended(folder):
+    """An installed program whose first start is killed, or finds the disk full, works at the next."""
+    installed = folder / "installed"
+    (installed / "bin").mkdir(parents=True)
+    shutil.copytree(SOURCE / "data", installed / "share" / "tobarine")
+    program = shutil.copy(CLI, installed / "bin")
+    log = folder / "first.csv"
+    log.write_bytes(b"W1AW,24/05/01,12:00U,59,59,14,CW,502A,,,,,,,\r\n" * 3)
+
+    def fresh(name):
+        data = folder / name
+        shutil.rmtree(data, ignore_errors=True)
+        return {"PATH": "", "XDG_DATA_HOME": str(data)}
+
+    def build(env, before=None):
+        return subprocess.Popen([program, "build", "codes", log], env=env, stdout=subprocess.PIPE,
+                                stderr=subprocess.STDOUT, preexec_fn=before, restore_signals=False)
+
+    def works(name, env):
+        for words in (["lookup", "calls", "JA1ABC"], ["build", "codes", log]):
+            done = subprocess.run([program, *words], env=env, capture_output=True)
+            check(f"{name}, then {words[0]}: {done.stderr.decode()}", done.returncode == 0)
+
+    begun = time.monotonic()
+    check("first start", build(fresh("user")).wait() == 0)
+    longest = time.monotonic() - begun
+    for point in range(40):
+        env = fresh("user")
+        process = build(env)
+        time.sleep(longest * point / 39)
+        process.kill()
+        process.communicate()
+        works(f"first start killed at {point}", env)
+    for limit in (0, 1000, 40000, 900000):
+        env = fresh("user")
+        text = build(env, lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit))).communicate()[0]
+        check(f"first start, disk full: {text.decode()}", "書き込めません" in text.decode())
+        check("first start, disk full: nothing is left", not os.listdir(folder / "user"))
+        works("first start, disk full", env)
+    # What an older version left when it was ended in the middle.
+    env = fresh("user")
+    (folder / "user" / "tobarine").mkdir(parents=True)
+    shutil.copy(SOURCE / "data" / "dxcc_hl.dat", folder / "user" / "tobarine")
+    works("an incomplete folder", env)
+
+
 def conversion_killed(commands, whole, folder):
     for i, (command, log) in enumerate(commands.all):
         for point in range(6):
@@ -228,6 +274,7 @@ def main():
         input_cut(folder)
         output_removed(commands, folder)
         renewal_killed(folder / "killed", folder)
+        first_start_ended(folder)
         conversion_killed(commands, whole, folder)
         at_once(commands, whole, folder / "shared", folder)
     print("faults: all checks passed" if failures == 0 else f"faults: {failures} failed")

@@ -4,30 +4,20 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTranslator>
-#include <cstdlib>
 #include <ctime>
+#include <optional>
 
 #include "app/main_window.h"
 #include "app/program_folder.h"
 #include "app/qt/qt_shell.h"
 #include "text/error.h"
 #include "text/open_file.h"
-#include "text/temporary_file.h"
 
 namespace {
 
 using namespace tobarine;
-
-FolderHints folder_hints() {
-  FolderHints hints;
-  hints.home = qEnvironmentVariable("TOBARINE_HOME").toStdU16String();
-  hints.executable = QCoreApplication::applicationFilePath().toStdU16String();
-  QString data = qEnvironmentVariable("XDG_DATA_HOME");
-  if (data.isEmpty()) data = qEnvironmentVariable("HOME") + "/.local/share";
-  hints.user_data = data.toStdU16String();
-  return hints;
-}
 
 // The system's font, and behind it those that have Japanese where it has not.
 QFont readable_font() {
@@ -37,30 +27,48 @@ QFont readable_font() {
 }
 
 // Where no reference file is found at all, the program's own folder is the one that lacks them.
-std::filesystem::path program_folder() {
-  const FolderHints hints = folder_hints();
+ProgramFolder program_folder() {
+  const FolderHints hints =
+      folder_hints({}, QCoreApplication::applicationFilePath().toStdU16String());
   try {
-    return make_user_copy(locate_program_folder(hints));
+    return locate_program_folder(hints);
   } catch (const FileError&) {
     if (!hints.home.empty()) throw;
-    return hints.executable.parent_path();
+    return {hints.executable.parent_path(), {}, {}};
   }
 }
 
-// Settings, tables and the intermediate file go into the program folder.
-void need_writable(const std::filesystem::path& folder) {
-  try {
-    const TemporaryFile probe({folder}, "tobarine");
-  } catch (const FileError&) {
-    throw FileError(folder,
+// Settings, tables and the intermediate file go into the program folder. Where it cannot be
+// written, the user may have a copy of his own; nothing: he would rather end.
+std::optional<std::filesystem::path> folder_to_use(const ProgramFolder& folder) {
+  if (is_only_read(folder)) return make_user_copy(folder);
+  if (can_write_into(folder.path)) return folder.path;
+  if (folder.user_copy.empty() || folder.path == folder.user_copy) {
+    throw FileError(folder.path,
                     "プログラムフォルダーに書き込めません。設定や変換テーブルを書くので、"
                     "Tobarine をフォルダーごと、ドキュメントなど書き込める所に移して下さい");
   }
+  const QString question = QString(
+                               "Tobarine のフォルダーに書き込めません。\n%1\n\n"
+                               "設定と変換テーブルを、書き込める次の所に置いて続けますか？\n%2\n\n"
+                               "(Tobarine をフォルダーごとドキュメントなどに移しても使えます)")
+                               .arg(QString::fromStdString(path_text(folder.path)),
+                                    QString::fromStdString(path_text(folder.user_copy)));
+  QMessageBox box(QMessageBox::Question, "Tobarine", question, QMessageBox::NoButton);
+  box.setTextFormat(Qt::PlainText);
+  QPushButton* const go_on = box.addButton("続ける", QMessageBox::AcceptRole);
+  box.addButton("終了", QMessageBox::RejectRole);
+  box.exec();
+  if (box.clickedButton() != go_on) return std::nullopt;
+  return make_user_copy(folder);
 }
 
 int run() {
-  const std::filesystem::path folder = program_folder();
-  need_writable(folder);
+  const ProgramFolder found = program_folder();
+  const std::string news = refresh_user_copy(found, true);
+  const auto usable = folder_to_use(found);
+  if (!usable) return 1;
+  const std::filesystem::path& folder = *usable;
   QtShell shell;
   StartUp start = start_up({folder, qEnvironmentVariable("WINDIR").toStdString(), shell.now()});
   if (start.stop) {
@@ -70,6 +78,7 @@ int run() {
   }
   MainWindow commands(std::move(start), folder, shell);
   shell.show(commands);
+  if (!news.empty()) shell.show_message(Shell::Icon::kInformation, {"Tobarine", news});
   // A log given on the command line, as file managers do.
   const QStringList arguments = QCoreApplication::arguments();
   if (arguments.size() > 1) commands.open_file(arguments[1].toStdU16String());
