@@ -39,13 +39,6 @@ void ZlogWindow::tell(const std::string& text) {
   shell_.show_message(Shell::Icon::kCritical, {"ADIF to zLog", text});
 }
 
-void ZlogWindow::load() {
-  main_.save_settings();  // what the main window has not written yet must not be lost
-  main_.shared_settings() = read_settings(file_in(main_.folder(), kSettingsFile));
-  show_settings();
-  shell_.mirror();
-}
-
 void ZlogWindow::show_settings() {
   const Settings& s = main_.settings();
   const auto colour = [](Control& control) {
@@ -117,6 +110,7 @@ void ZlogWindow::open_file(const fs::path& file) {
 void ZlogWindow::convert() {
   if (main_.running() || !controls.cmdConvert.enabled) return;
   main_.set_running(true);
+  show_settings();
   controls.cmdConvert.enabled = controls.cmdOpen.enabled = false;
   controls.lblMsg = {};
   shell_.mirror();

@@ -58,7 +58,9 @@ class ZlogWindow {
   // Shares settings, tables and the run's state with the main window, which must live as long.
   ZlogWindow(MainWindow& main, Shell& shell) : main_(main), shell_(shell) {}
 
-  void load();  // reads the settings from their file again
+  // Shows the settings as they are now; the main window changes them, too. What was typed or chosen
+  // stays so while the program runs, even where the settings file keeps something else of it.
+  void show_settings();
 
   void open();
   void open_file(const std::filesystem::path& file);
@@ -79,7 +81,6 @@ class ZlogWindow {
 
  private:
   void set(std::string_view control, std::string_view value);  // what the control shows
-  void show_settings();
   void edit(std::string_view extension);
   void tell(const std::string& text);
 

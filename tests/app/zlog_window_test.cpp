@@ -21,7 +21,7 @@ class ZlogWindowTest : public ::testing::Test {
               folder_ / "home", shell_),
         window_(main_, shell_) {
     main_.load();
-    window_.load();
+    window_.show_settings();
     fs::copy(fs::path(samples_folder()) / "n1mm.adi", folder_ / "n1mm.adi");
   }
   Settings saved() const { return read_settings(folder_ / "home/Tobarine.ini"); }
@@ -47,9 +47,34 @@ TEST_F(ZlogWindowTest, OptionsAreSavedTheMomentTheyChange) {
   window_.select_option2(1);
   EXPECT_EQ(saved().zlog_time, "ALL_J");
   EXPECT_TRUE(window_.controls.Option2[1].checked && !window_.controls.Option2[0].checked);
-  window_.load();
-  EXPECT_EQ(window_.controls.Text7.text, "13");
-  EXPECT_EQ(window_.controls.Combo[0].text, "2");
+  // While the program runs the values last chosen hold, whatever the file keeps of them.
+  window_.show_settings();
+  EXPECT_EQ(window_.controls.Text7.text, "13M");
+  EXPECT_EQ(window_.controls.Combo[0].text + window_.controls.Combo[1].text, "22");
+}
+
+// The main window has the same setting for its own time conversion.
+TEST_F(ZlogWindowTest, ShowsTheTimeThatItWrites) {
+  window_.select_option2(1);
+  window_.open_file(folder_ / "n1mm.adi");
+  const auto shown_and_written = [&] {
+    window_.convert();
+    for (std::size_t i = 0; i < 3; ++i) {
+      const Control& option = window_.controls.Option2[i];
+      EXPECT_EQ(option.colour, option.checked ? Colour::kLightBlue : Colour::kBlack);
+      if (!option.checked) continue;
+      EXPECT_TRUE(contains(window_.controls.lblNotes.text, i == 1 ? ".zlo は JST" : ".zlo は UTC"));
+      return option.text;
+    }
+    return std::string();
+  };
+  EXPECT_EQ(shown_and_written(), "全てJST");
+  main_.open_file(folder_ / "n1mm.adi");  // which chooses no conversion
+  EXPECT_EQ(shown_and_written(), "変換なし");
+  main_.select_option1(1);
+  EXPECT_EQ(shown_and_written(), "全てJST");
+  main_.select_option1(3);
+  EXPECT_EQ(shown_and_written(), "変換なし");
 }
 
 TEST_F(ZlogWindowTest, ConvertsAndOpensTheOutputsInTheEditor) {
@@ -92,7 +117,7 @@ TEST_F(ZlogWindowTest, FailuresLeaveTheWindowUsable) {
 
 TEST_F(ZlogWindowTest, OpeningItKeepsWhatTheMainWindowHasNotWrittenYet) {
   main_.check(14, true);
-  window_.load();
+  window_.show_settings();
   EXPECT_EQ(main_.settings().dx_marker_in_comment, 1);
   fs::remove(folder_ / "home/Tobarine.ini");
   fs::create_directories(folder_ / "home/Tobarine.ini/x");  // cannot be written

@@ -130,7 +130,9 @@ std::tm QtShell::now() {
 void QtShell::mirror() {
   stop_ = stop_ && commands_->running();
   view_->mirror();
-  if (zlog_view_) zlog_view_->mirror();
+  if (!zlog_view_) return;
+  zlog_->show_settings();  // the main window may have changed them
+  zlog_view_->mirror();
 }
 
 bool QtShell::keep_going() {
@@ -173,7 +175,7 @@ void QtShell::open_zlog_window() {
     zlog_view_ = std::make_unique<ZlogView>(*zlog_);
     zlog_view_->wants_to_stop = [this] { stop_ = true; };
   }
-  zlog_->load();
+  mirror();
   zlog_view_->show();
   zlog_view_->raise();
   zlog_view_->activateWindow();
