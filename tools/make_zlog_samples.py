@@ -15,6 +15,7 @@ BANDS = ["1.9", "3.5", "7", "10", "14", "18", "21", "24", "28", "50", "144", "43
 MODES = ["CW", "SSB", "FM", "AM", "RTY", "Other"]
 OUR_CALL = "JA1QAA"
 CONTEST = "ALL JA コンテスト"
+JST = -540  # the zone in the header, minutes
 
 # date and time (JST), call, sent report and number, received report and number, band, mode, points,
 # operator, memo
@@ -65,7 +66,8 @@ def record(contact):
 
 
 def header():
-    data = bytes(8) + short_string(OUR_CALL, 12)
+    data = (bytes(8) + short_string(OUR_CALL, 12)).ljust(84, b"\0")
+    data += struct.pack("<h", JST)
     return (data.ljust(175, b"\0") + short_string(CONTEST, 60)).ljust(256, b"\0")
 
 

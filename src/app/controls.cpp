@@ -76,7 +76,6 @@ MainControls::MainControls() {
   Option1[3].tip = "JA 局は  UTC --> JST に変換します。";
   set(Option2, {"Ｒｍｋｓ １", "Ｒｍｋｓ ２", "不特定"});
   set(Option3, {"U T C", "J S T"});
-  set(OptionDX, {"DX コンテスト", "国内コンテスト"});
   Command1.text = "記入欄の文字を消す";
   frameSelect.text = " 指定した Rmks のみ転記する ";
   frameLeaveOut.text = " Ｈ -> Ｌ 変換時に下記のデータは出力しない ";

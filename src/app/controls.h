@@ -71,11 +71,10 @@ struct MainControls {
   std::array<Control, 4> Option1;
   std::array<Control, 3> Option2;
   std::array<Control, 2> Option3;
-  std::array<Control, 2> OptionDX;  // a DX contest, or not
-  std::array<Control, 2> lblJ2U;    // what the time conversion does
+  std::array<Control, 2> lblJ2U;  // what the time conversion does
   Control Command1, txtWas, txtYYYY;
   Control frameSelect, frameLeaveOut, frameFullWidth, frameWas, frameTime, frameZlog;
-  Control lblInFile, lblOutFile, lblIn, lblInfo, lblMsg, lblConv, lblContest, lblNotes;
+  Control lblInFile, lblOutFile, lblIn, lblInfo, lblMsg, lblConv, lblContest, lblZone, lblNotes;
   Control mnuDisp, mnuDisp_in, mnuDisp_out, mnuDisp_report;
   std::array<Control, kToolButtons.size()> Toolbar1;  // in the order of kToolButtons
 
@@ -100,7 +99,6 @@ void for_each_control(Controls& c, Visit visit) {
   visit_all("Option1", c.Option1);
   visit_all("Option2", c.Option2);
   visit_all("Option3", c.Option3);
-  visit_all("OptionDX", c.OptionDX);
   visit_all("lblJ2U", c.lblJ2U);
   visit("Command1", c.Command1);
   visit("txtWas", c.txtWas);
@@ -118,6 +116,7 @@ void for_each_control(Controls& c, Visit visit) {
   visit("lblMsg", c.lblMsg);
   visit("lblConv", c.lblConv);
   visit("lblContest", c.lblContest);
+  visit("lblZone", c.lblZone);
   visit("lblNotes", c.lblNotes);
   visit("mnuDisp", c.mnuDisp);
   visit("mnuDisp_in", c.mnuDisp_in);

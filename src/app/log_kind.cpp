@@ -26,6 +26,7 @@ struct Extension {
 constexpr Extension kExtensions[] = {
     {".csv", LogKind::kHamlogCsv}, {".hdb", LogKind::kHamlogHdb}, {".all", LogKind::kZlogAll},
     {".zlo", LogKind::kZlogZlo},   {".adi", LogKind::kAdif},      {".adif", LogKind::kAdif},
+    {".zlox", LogKind::kZlogZlo},  // refused when it is opened, with what to do
 };
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "text/error.h"
 #include "text/folder.h"
 #include "text/strings.h"
+#include "zlog/log_zone.h"
 
 namespace tobarine {
 namespace {
@@ -197,15 +198,31 @@ void MainWindow::select_option2(std::size_t index) {
 
 void MainWindow::select_option3(std::size_t index) {
   settings_.zlog_in_jst = static_cast<std::int16_t>(index);
-  select(controls.Option3, settings_.zlog_in_jst);
-  colour_options();
+  settings_.zlog_zone_chosen = "1";
+  zlo_zone_ = index == 1 ? 'J' : 'U';
+  show_zone();
   save_settings();
   shell_.mirror();
 }
 
-void MainWindow::select_option_dx(std::size_t index) {
-  select(controls.OptionDX, static_cast<int>(index));
-  shell_.mirror();
+// What the user says of the zone of the open log; nothing: the log itself tells.
+std::optional<char> MainWindow::chosen_zone() const {
+  return kind_ == LogKind::kZlogZlo ? zlo_zone_ : zlog_zone(settings_);
+}
+
+// In which zone the open log will be read, and why. What a log tells of itself does not become the
+// setting: the next one, which may tell nothing, has nothing to do with it.
+void MainWindow::show_zone() {
+  controls.lblZone = {};
+  std::optional<LogZone> zone;
+  if (kind_ == LogKind::kZlogAll) zone = all_zone(chosen_zone());
+  if (contest_) zone = zlo_zone(*contest_, chosen_zone());
+  const bool jst = zone ? zone->letter == 'J' : settings_.zlog_in_jst == 1;
+  select(controls.Option3, jst ? 1 : 0);
+  colour_options();
+  if (!zone) return;
+  controls.lblZone.text = zone_text(*zone);
+  if (zone->against_file) controls.lblZone.colour = Colour::kLightRed;
 }
 
 void MainWindow::edit_was(std::string_view text) {

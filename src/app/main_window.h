@@ -25,6 +25,7 @@
 #include "reference/jarl_lists.h"
 #include "rules/time_shift.h"
 #include "zlog/all_reader.h"
+#include "zlog/contest.h"
 
 namespace tobarine {
 
@@ -49,7 +50,6 @@ class MainWindow {
   void select_option1(std::size_t index);        // the time conversion
   void select_option2(std::size_t index);        // the remarks that hold the state
   void select_option3(std::size_t index);        // the zone of zLog's times
-  void select_option_dx(std::size_t index);      // a DX contest or not
   void edit_was(std::string_view text);
   void edit_year(std::string_view text);
   void resize(int width, int height);  // twips; what is too large is set back
@@ -96,6 +96,9 @@ class MainWindow {
   void refuse_text_log(TextLogForm form);
   void set_files(const std::filesystem::path& input, LogKind kind, std::string_view extension);
   void show_zlog(std::string_view form, std::size_t contacts);
+  bool ask_zone();
+  void show_zone();
+  std::optional<char> chosen_zone() const;
   void show_input_count(std::size_t count);
   void enable_by_kind();
   void enable_conversions(bool h2l, bool l2h);
@@ -157,6 +160,8 @@ class MainWindow {
   std::filesystem::path output_;
   std::filesystem::path edit_file_;         // what the editor opens
   std::unique_ptr<HamlogLibrary> library_;  // bound for input_
+  std::optional<ContestInfo> contest_;      // of a .ZLO
+  std::optional<char> zlo_zone_;            // of a .ZLO, when the user has chosen it for this one
   L2hState l2h_state_;                      // what one run leaves to the next
   ConversionReport report_;                 // of the last run
   bool running_ = false;

@@ -106,7 +106,7 @@ void MainWindow::run_to_adif(bool eqsl) {
     job.options = h2l_options(settings_);
     job.source = log_kind_info(*kind_).source;
     job.library = library_.get();
-    job.zlog_zone = zlog_zone(settings_);
+    job.zlog_zone = chosen_zone();
     const auto run = eqsl ? run_eqsl : run_h2l;
     if (!is_zlog(job.source)) return run(job, tables_, call_tables(), context);
     // Under a name of its own while it is in use: another window may be converting, too.

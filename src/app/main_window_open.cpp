@@ -106,6 +106,9 @@ void MainWindow::set_files(const fs::path& input, LogKind kind, std::string_view
   input_ = input;
   output_ = output_path(input, extension);
   report_ = {};
+  contest_.reset();
+  zlo_zone_.reset();
+  show_zone();
   controls.mnuDisp_report.enabled = false;
   clear_counts();
   controls.lblInFile = controls.lblOutFile = controls.lblConv = {};
@@ -144,10 +147,11 @@ void MainWindow::open_adif(const fs::path& file) {
 }
 
 void MainWindow::open_all(const fs::path& file) {
-  set_files(file, LogKind::kZlogAll, "adi");
   LineReader lines(file);
   std::string_view line;
   const TextLogForm form = text_log_form(lines.next(line) ? line : std::string_view());
+  if (form == TextLogForm::kZlogAll && !ask_zone()) return;
+  set_files(file, LogKind::kZlogAll, "adi");
   if (form != TextLogForm::kZlogAll) {
     refuse_text_log(form);
     return;
@@ -155,14 +159,28 @@ void MainWindow::open_all(const fs::path& file) {
   show_zlog("all", count_all_contacts(file));
 }
 
+// A text log does not say its zone; the answer is kept. False: the user gives none.
+bool MainWindow::ask_zone() {
+  if (zlog_zone(settings_)) return true;
+  const auto answer = shell_.ask(
+      {" ｚＬｏｇ　のデータの時刻は？ ",
+       ".ALL のファイルには、時刻が JST か UTC かが書かれていません。\r\n"
+       "このログは、zLog のどちらの時刻で記録しましたか。\r\n\r\n"
+       "国内コンテストのログはたいてい JST です。間違えると全部の交信が 9 時間ずれます。\r\n"
+       "答えは次からも使われ、窓の「U T C」「J S T」でいつでも変えられます。",
+       {"J S T", "U T C"}});
+  if (!answer) return false;
+  select_option3(*answer == 0 ? 1 : 0);
+  return true;
+}
+
 void MainWindow::open_zlo(const fs::path& file) {
   set_files(file, LogKind::kZlogZlo, "adi");
   refuse_foreign_zlo(file);
-  const ContestInfo contest = read_contest(file);
-  if (!contest.name.empty()) controls.lblContest.text = contest.name;
-  controls.OptionDX[0].checked = contest.is_dx;
-  controls.OptionDX[1].checked = !contest.is_dx;
-  show_zlog("zlo", contest.contacts);
+  contest_ = read_contest(file);
+  if (!contest_->name.empty()) controls.lblContest.text = contest_->name;
+  show_zone();
+  show_zlog("zlo", contest_->contacts);
 }
 
 void MainWindow::show_zlog(std::string_view form, std::size_t contacts) {

@@ -110,6 +110,8 @@ constexpr Option kOptions[] = {
      "ADIF から zLog: CSV の周波数を MHz 単位のみにする"},
     {"write_qth_to_csv", "ADIF_2_zLog_all", "csv_qth", &S::write_qth_to_csv, "", kZlog, "Check5",
      kSwitch, "ADIF から zLog: QTH を CSV に転記する"},
+    {"zlog_zone_chosen", "zLog", "zone_chosen", &S::zlog_zone_chosen, "", kNone, "", kSwitch,
+     "zLog のデータの時刻を選んだことがある (窓は .ALL を開く時に尋ねない)", kOnceChosen},
 };
 // clang-format on
 

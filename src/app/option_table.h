@@ -22,8 +22,10 @@ struct OptionValue {
 
 struct Option {
   enum class Window { kNone, kMain, kZlog };  // kZlog: ADIF to zLog
-  enum class Saved { kAtOnce, kLater };       // later: with the next option that is saved
-  enum class Form { kPlain, kNumberText };    // the latter: read as its leading number's text
+  // Later: with the next option that is saved. Once chosen: at once, but the file of the first
+  // start does not have it.
+  enum class Saved { kAtOnce, kLater, kOnceChosen };
+  enum class Form { kPlain, kNumberText };  // the latter: read as its leading number's text
 
   std::string_view name;     // as the member; what --set takes, and shows in the listing
   std::string_view section;  // of the settings file

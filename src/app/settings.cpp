@@ -49,7 +49,9 @@ void write_settings(const Settings& settings, const std::filesystem::path& file)
   ProfileFile profile = std::filesystem::exists(file, error) ? ProfileFile(file) : ProfileFile();
   profile.set("Config", "version", kVersion);
   for (const Option& option : option_table()) {
-    profile.set(option.section, option.key, value_for_file(settings, option));
+    const std::string value = value_for_file(settings, option);
+    if (option.saved == Option::Saved::kOnceChosen && value.empty()) continue;
+    profile.set(option.section, option.key, value);
   }
   profile.save(file);
 }
@@ -92,8 +94,10 @@ H2lOptions h2l_options(const Settings& s) {
   return options;
 }
 
-char zlog_zone(const Settings& s) {
-  return s.zlog_in_jst == 1 ? 'J' : 'U';
+std::optional<char> zlog_zone(const Settings& s) {
+  if (s.zlog_in_jst == 1) return 'J';  // never so by itself
+  if (s.zlog_zone_chosen == "1") return 'U';
+  return std::nullopt;
 }
 
 AdifToZlogOptions adif_to_zlog_options(const Settings& s) {

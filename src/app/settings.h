@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,6 +60,7 @@ struct Settings {
   std::string running_number;
   std::string whole_mhz;
   std::string write_qth_to_csv;
+  std::string zlog_zone_chosen;  // from .ALL to ADIF again
 };
 
 // The values written when there is no settings file yet.
@@ -78,8 +80,8 @@ void set_setting(Settings& settings, std::string_view name, std::string_view val
 // The options that a Hamlog-to-ADIF run takes from the settings.
 H2lOptions h2l_options(const Settings& settings);
 
-// The zone of zLog's times, 'U' (UTC) or 'J' (JST).
-char zlog_zone(const Settings& settings);
+// The zone of zLog's times that the user has chosen, 'U' (UTC) or 'J' (JST); nothing: he never has.
+std::optional<char> zlog_zone(const Settings& settings);
 
 // The options that an ADIF-to-zLog run takes from the settings.
 AdifToZlogOptions adif_to_zlog_options(const Settings& settings);

@@ -55,6 +55,12 @@ LogKind input_kind(const CliOptions& options, LogKindInfo::Input wanted) {
   return *kind;
 }
 
+// What the user says of the zone of a zLog log: of a .ZLO, which tells itself, with --set only.
+std::optional<char> chosen_zone(const Session& session, LogKind kind) {
+  if (kind == LogKind::kZlogZlo && !session.has_set("zlog_in_jst")) return std::nullopt;
+  return zlog_zone(session.settings());
+}
+
 // Tells what the run has done; returns the exit status.
 int finish(Session& session, LogKind kind, const std::vector<fs::path>& outputs,
            ConversionReport report) {
@@ -108,7 +114,7 @@ int convert_h2l(Session& session) {
   job.output = output;
   job.options = h2l_options(session.settings());
   job.source = log_kind_info(kind).source;
-  job.zlog_zone = zlog_zone(session.settings());
+  job.zlog_zone = chosen_zone(session, kind);
   job.intermediate = options.keep_intermediate;
   session.will_write({output, job.intermediate});
   std::unique_ptr<HamlogLibrary> library;
@@ -135,6 +141,10 @@ int convert_h2l(Session& session) {
   const auto run = eqsl ? run_eqsl : run_h2l;
   const ConversionReport report = with_progress(
       options, [&](const RunContext& context) { return run(job, tables, calls, context); });
+  if (kind == LogKind::kZlogAll && !job.zlog_zone) {
+    print_note(options,
+               ".ALL の時刻を UTC として読みました。JST のログなら --set Op_3=1 を付けて下さい");
+  }
   return finish(session, kind, {output}, report);
 }
 
@@ -183,7 +193,7 @@ int show_info(Session& session) {
   const fs::path input = session.options().input;
   const auto kind = recognise(input);
   if (!kind) throw FileError(input, "ファイルの種類が分かりません");
-  LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}, {}};
+  LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}, {}, {}};
   if (*kind == LogKind::kHamlogCsv) {
     const HamlogLayout layout = hamlog_layout(input);
     info.layout = layout == HamlogLayout::kOld ? "旧" : layout == HamlogLayout::kNew ? "新" : "空";
@@ -201,11 +211,13 @@ int show_info(Session& session) {
   if (*kind == LogKind::kZlogAll) {
     refuse_foreign_all(input);
     info.contacts = count_all_contacts(input);
+    info.zone = all_zone(chosen_zone(session, *kind));
   }
   if (*kind == LogKind::kZlogZlo) {
     refuse_foreign_zlo(input);
     info.contest = read_contest(input);
     info.contacts = info.contest->contacts;
+    info.zone = zlo_zone(*info.contest, chosen_zone(session, *kind));
   }
   print_info(session.options(), info);
   return 0;

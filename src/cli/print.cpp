@@ -31,6 +31,20 @@ Json findings_json(const FindingLog& findings) {
   return kinds;
 }
 
+std::string_view source_name(ZoneSource source) {
+  switch (source) {
+    case ZoneSource::kFile:
+      return "file";
+    case ZoneSource::kContest:
+      return "contest";
+    case ZoneSource::kChosen:
+      return "setting";
+    case ZoneSource::kAssumed:
+      break;
+  }
+  return "none";
+}
+
 }  // namespace
 
 void print_note(const CliOptions& options, std::string_view text) {
@@ -76,6 +90,10 @@ void print_info(const CliOptions& options, const LogInfo& info) {
       json["contest"] = info.contest->name;
       json["dx_contest"] = info.contest->is_dx;
     }
+    if (info.zone) {
+      json["zone"] = zone_name(info.zone->letter);
+      json["zone_from"] = source_name(info.zone->source);
+    }
     print_json(json, 2);
     return;
   }
@@ -85,6 +103,7 @@ void print_info(const CliOptions& options, const LogInfo& info) {
     std::cout << "コンテスト: " << (info.contest->name.empty() ? "(なし)" : info.contest->name)
               << "\nDX コンテスト: " << (info.contest->is_dx ? "はい" : "いいえ") << '\n';
   }
+  if (info.zone) std::cout << "時刻: " << zone_text(*info.zone) << '\n';
   if (info.contacts) std::cout << "入力数: " << *info.contacts << " 件\n";
 }
 

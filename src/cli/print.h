@@ -15,6 +15,7 @@
 #include "cli/options.h"
 #include "convert/report.h"
 #include "zlog/contest.h"
+#include "zlog/log_zone.h"
 
 namespace tobarine {
 
@@ -37,6 +38,7 @@ struct LogInfo {
   std::string_view layout;              // empty: does not apply
   std::optional<std::size_t> contacts;  // nothing: not counted for this kind
   std::optional<ContestInfo> contest;   // of logs that tell it
+  std::optional<LogZone> zone;          // of zLog's logs
 };
 void print_info(const CliOptions& options, const LogInfo& info);
 

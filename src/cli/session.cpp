@@ -1,8 +1,10 @@
 #include "cli/session.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "app/local_time.h"
+#include "app/option_table.h"
 #include "cli/print.h"
 #include "cli/surroundings.h"
 #include "convert/run.h"
@@ -43,6 +45,7 @@ Session::Session(const CliOptions& options)
     }
     set_setting(settings_, assignment.substr(0, equals), assignment.substr(equals + 1));
   }
+  if (has_set("zlog_in_jst")) settings_.zlog_zone_chosen = "1";
   if (!options.trace.empty()) {
     refuse_shared_files({options.input}, {options.trace});
     refuse_shared_files({}, {options.output, options.keep_intermediate, options.trace});
@@ -66,6 +69,12 @@ KeepRule Session::keep_rule() const {
             print_note(options_, std::string(finding_heading(FindingKind::kFileKept)) + ": " +
                                      kept_file_text(file, backup));
           }};
+}
+
+bool Session::has_set(std::string_view name) const {
+  return std::ranges::any_of(options_.set, [name](std::string_view assignment) {
+    return find_option(assignment.substr(0, assignment.find('='))) == find_option(name);
+  });
 }
 
 ConversionTables Session::conversion_tables() {

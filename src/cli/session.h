@@ -23,6 +23,9 @@ class Session {
 
   const CliOptions& options() const { return options_; }
   const Settings& settings() const { return settings_; }
+
+  // Whether --set has set the option of this name in this run.
+  bool has_set(std::string_view name) const;
   const std::filesystem::path& folder() const { return folder_.path; }
 
   // The folder for commands that write into it: the user's copy, made now if need be.

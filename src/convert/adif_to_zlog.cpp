@@ -46,13 +46,14 @@ class ZlogFiles {
   ZlogFiles(const AdifToZlogJob& job, const KeepRule& rule, zlo::Record& record)
       : all_file_(job.output(".all"), rule),
         zlo_file_(job.output(".zlo"), rule),
+        zone_(job.options.zlog.zlo_to_jst ? 'J' : 'U'),
         all_(all_file_),
         zlo_(zlo_file_, record) {}
 
   void write_header(const QsoRecord& first_contact) {
     const bool station = !is_blank(first_contact.station_call);
     zlo_.write_header(trim(station ? first_contact.station_call : first_contact.operator_call),
-                      trim(first_contact.contest_id));
+                      trim(first_contact.contest_id), zone_);
   }
 
   // Returns the number of characters that CP932 lacks.
@@ -74,6 +75,7 @@ class ZlogFiles {
  private:
   OutputFile all_file_;
   OutputFile zlo_file_;
+  char zone_;  // of the binary log
   AllWriter all_;
   ZloWriter zlo_;
 };
@@ -103,6 +105,9 @@ class Run {
     zlog_files_->close(report_);
     do_part(report_, [&] { csv_file_->close(); });
     report_.written = zlog_files_->contacts();
+    if (const std::size_t cut = zlog_rules_.cut_freqs(); cut > 0) {
+      report_.findings.add(FindingKind::kZlogFreqCut, 0, "", std::to_string(cut) + " 件の交信");
+    }
     tell_zones();
     return std::move(report_);
   }
@@ -153,9 +158,9 @@ class Run {
   }
 
   void tell_zones() {
-    const auto tell = [this](std::string_view extension, bool jst) {
+    const auto tell = [this](std::string_view file, bool jst) {
       report_.findings.add(FindingKind::kZoneWritten, 0, "",
-                           std::string(extension) + (jst ? " は JST" : " は UTC (ADIF のまま)"));
+                           std::string(file) + (jst ? " は JST" : " は UTC (ADIF のまま)"));
     };
     const TimeMode csv = job_.options.csv_time;
     tell(".all", job_.options.zlog.all_to_jst);

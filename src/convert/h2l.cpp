@@ -13,6 +13,7 @@
 #include "text/output_file.h"
 #include "zlog/all_reader.h"
 #include "zlog/contest.h"
+#include "zlog/log_zone.h"
 #include "zlog/zlo_reader.h"
 
 namespace tobarine {
@@ -33,21 +34,24 @@ std::unique_ptr<ContactReader> open_hamlog(const H2lJob& job, AdifTarget target,
 std::unique_ptr<ContactReader> open_zlog(const H2lJob& job, const RunContext& context,
                                          ConversionReport& report) {
   std::unique_ptr<ZlogReader> log;
+  LogZone zone = all_zone(job.zlog_zone);
   if (job.source == H2lSource::kZlogAll) {
     refuse_foreign_all(job.input);
     log = std::make_unique<AllReader>(job.input);
   } else {
     refuse_foreign_zlo(job.input);
     log = std::make_unique<ZloReader>(job.input);
+    const ContestInfo contest = read_contest(job.input);
+    zone = zlo_zone(contest, job.zlog_zone);
+    report.in_records = true;
+    report.read = contest.contacts;
   }
-  IntermediateFile written = write_intermediate(*log, job.zlog_zone, job.intermediate,
+  IntermediateFile written = write_intermediate(*log, zone.letter, job.intermediate,
                                                 context.part(0, 0.5), report.findings);
-  report.in_records = job.source == H2lSource::kZlogZlo;
-  report.read = report.in_records ? read_contest(job.input).contacts : log->number() - 1;
+  if (!report.in_records) report.read = log->number() - 1;
   report.stopped_by = std::move(written.stopped_by);
-  report.findings.add(
-      FindingKind::kZoneRead, 0, "",
-      job.zlog_zone == 'J' ? "JST" : "UTC (JST のログなら「J S T」を選ぶか Op_3=1 とする)");
+  report.findings.add(zone.against_file ? FindingKind::kZoneAgainstFile : FindingKind::kZoneRead, 0,
+                      "", zone_text(zone));
   return std::make_unique<IntermediateReader>(job.intermediate, std::move(written.numbers));
 }
 

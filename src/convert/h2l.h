@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 #include "convert/reference_tables.h"
 #include "convert/report.h"
@@ -27,7 +28,7 @@ struct H2lJob {
   HamlogLibrary* library = nullptr;  // for Hamlog's database only; the caller's
 
   // For zLog's logs only.
-  char zlog_zone = 'U';                // of the log's times: 'J' (JST) or 'U' (UTC)
+  std::optional<char> zlog_zone;       // 'J' (JST) or 'U' (UTC); nothing: as the log tells
   std::filesystem::path intermediate;  // written and left for the user to look at
 };
 

@@ -8,6 +8,20 @@
 namespace tobarine {
 namespace {
 
+// Columns of the memo.
+constexpr std::size_t kMemo = 80;
+constexpr std::size_t kMemoEnd = 99;
+
+// "(7012.3)" of a text: its first parentheses, if a frequency stands in them; "(0)" is none.
+std::string_view freq_in(std::string_view text) {
+  const std::size_t open = text.find('(');
+  if (open == std::string_view::npos || open + 1 == text.size() || !is_digit(text[open + 1])) {
+    return {};
+  }
+  const std::string_view found = text.substr(open, text.find(')', open) - open + 1);
+  return found == "(0)" ? std::string_view() : found;
+}
+
 // A line cut into columns.
 class Columns {
  public:
@@ -38,7 +52,12 @@ void refuse_foreign_all(const std::filesystem::path& path) {
   LineReader lines(path);
   std::string_view line;
   const bool any = lines.next(line);
-  if (any && text_log_form(line) == TextLogForm::kZlogAll) return;
+  if (any && text_log_form(line) == TextLogForm::kZlogAll) {
+    if (!contains(line, "\r")) return;
+    throw FileError(path,
+                    "改行が CR だけなので、交信を読めません"
+                    " (改行を CR LF にして保存し直して下さい)");
+  }
   throw FileError(path, any ? "zLog の .ALL ではありません (1 行目に「zLog for Windows」が無い)"
                             : "空のファイルです");
 }
@@ -66,10 +85,17 @@ bool AllReader::next(ZlogContact& contact, FindingLog& findings) {
   contact.my_rst = trim(columns(43, 3));
   contact.band = trim(columns(67, 5));
   contact.mode = trim(columns(72, 3));
-  contact.memo = trim(columns(80, 20));
+  contact.memo = trim(columns(kMemo, kMemoEnd + 1 - kMemo));
   contact.oddity.clear();
   if (const std::string_view behind = trim(columns(29, 2)); !behind.empty()) {
     contact.oddity.assign("コールの欄の後に「").append(behind).append("」");
+  }
+  if (contains(line, "\r")) {
+    contact.oddity.append(contact.oddity.empty() ? "" : "、").append("行の中に改行 (CR)");
+  }
+  if (contact.memo.find('(') == std::string::npos) {
+    const std::string_view freq = freq_in(columns(kMemoEnd + 1, text_.size()));
+    if (!freq.empty()) findings.add(FindingKind::kFreqNotRead, number(), contact.call, freq);
   }
   if (invalid_bytes > 0) {
     findings.add(FindingKind::kInvalidByte, number(), contact.call,

@@ -60,6 +60,14 @@ constexpr std::array<std::string_view, 44> kDxContests = {
     "YVDXコンテスト (dx)",
 };
 
+// Versions that did not know of zones left other numbers in the word.
+std::optional<char> zone_of(const zlo::Record& header) {
+  const unsigned word = zlo::read_16(header, zlo::kZone);
+  if (word == zlo::kZoneUtc) return 'U';
+  if (word == zlo::kZoneJst) return 'J';
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<std::size_t> dx_contest_index(std::string_view name) {
@@ -75,6 +83,7 @@ ContestInfo read_contest(const std::filesystem::path& zlo) {
   ContestInfo info;
   info.name = trim(from_cp932(zlo::text_bytes(header, zlo::kContestName)));
   info.is_dx = dx_contest_index(info.name).has_value();
+  info.zone = zone_of(header);
   // A half is rounded to the even number, which counts a broken last record now and then only.
   const double records = static_cast<double>(file.size()) / zlo::kRecordSize;
   info.contacts = static_cast<std::size_t>(std::max(0.0, std::nearbyint(records - 1)));

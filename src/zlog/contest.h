@@ -1,4 +1,4 @@
-// The contest that a .ZLO log was made in.
+// What the header of a .ZLO log tells: the contest, and the zone of the times.
 #pragma once
 
 #include <cstddef>
@@ -13,6 +13,7 @@ struct ContestInfo {
   std::string name;          // UTF-8, without blanks around; empty when the log does not tell
   bool is_dx = false;        // the name is one of the DX contests listed here
   std::size_t contacts = 0;  // by the file's length
+  std::optional<char> zone;  // 'U' (UTC) or 'J' (JST); nothing: the header does not say for certain
 };
 
 // Throws FileError.

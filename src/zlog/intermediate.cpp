@@ -11,7 +11,8 @@
 namespace tobarine {
 namespace {
 
-// "7025" to "7.025", "14025" to "14.025" (MHz); false when the text has another length.
+// "7025" to "7.025", "14025" to "14.025" (MHz), whatever the characters are; false when the text
+// has another length.
 bool freq_from_khz(std::string_view khz, std::string& freq) {
   const std::size_t length = char_count(khz);
   if (length != 4 && length != 5) return false;
@@ -59,8 +60,13 @@ void IntermediateWriter::set_freq(const ZlogContact& contact, std::size_t number
     band_from_zlog(band_, freq_, band_160m_);
   } else if (contains(contact.memo, "(0)")) {
     freq_ = contact.band;
-  } else if (!freq_from_khz(in_parentheses(contact.memo), freq_)) {
-    findings.add(FindingKind::kFreqKept, number, contact.call, contact.memo + " -> " + freq_);
+  } else {
+    const std::string_view khz = in_parentheses(contact.memo);
+    const bool taken = freq_from_khz(khz, freq_);
+    if (!taken || !all_digits(khz)) {
+      findings.add(taken ? FindingKind::kFreqMisread : FindingKind::kFreqKept, number, contact.call,
+                   contact.memo + " -> " + freq_);
+    }
   }
   trim_in_place(freq_);
   if (freq_ == contact.band) return;

@@ -4,6 +4,7 @@
 #include <bit>
 #include <chrono>
 #include <optional>
+#include <ranges>
 #include <ratio>
 #include <span>
 
@@ -59,15 +60,18 @@ std::size_t decode_text(const zlo::Record& record, zlo::Area area, std::string& 
   return decode_cp932(zlo::text_bytes(record, area), text);
 }
 
-// The code's text; an unknown code leaves the text as it is and is put down as odd.
-void set_code(unsigned code, std::span<const std::string_view> texts, std::string_view what,
-              std::string& text, std::string& oddity) {
+// The code's text; an unknown code leaves the text as it is. `newer` are the texts of the codes
+// that follow the known ones in newer logs. Returns what to report, empty when the code is known.
+std::string set_code(unsigned code, std::span<const std::string_view> texts,
+                     std::span<const std::string_view> newer, std::string& text) {
   if (code < texts.size()) {
     text = texts[code];
-    return;
+    return {};
   }
-  oddity.append(oddity.empty() ? "" : "、").append(what).append("のコード ");
-  oddity.append(std::to_string(code)).append(" (前の交信の「").append(text).append("」とした)");
+  std::string unknown = std::to_string(code);
+  const std::size_t place = code - texts.size();
+  if (place < newer.size()) unknown.append(" (今の zLog では ").append(newer[place]).append(")");
+  return unknown.append(" -> 「").append(text).append("」");
 }
 
 // Whether a text can be one: its length at most twice its area, as lengths are written now and
@@ -89,6 +93,11 @@ void refuse_foreign_zlo(const std::filesystem::path& path) {
   if (!read()) {
     throw FileError(path, file.bytes_read() == 0 ? "空のファイルです"
                                                  : "短すぎます (256 バイトの記録が一つもない)");
+  }
+  if (std::ranges::equal(record | std::views::take(zlo::kZloxMagic.size()), zlo::kZloxMagic)) {
+    throw FileError(path,
+                    "今の zLog の .ZLOX です。この形はまだ読めません。"
+                    "zLog で .ALL か .ZLO として保存し直して下さい");
   }
   if (is_text(record, zlo::kCall) && is_text(record, zlo::kContestName)) return;
   constexpr std::size_t kOneInTen = 10;
@@ -128,10 +137,12 @@ void ZloReader::report_cut_off(std::size_t bytes, FindingLog& findings) const {
   findings.add(FindingKind::kRecordCutOff, number_, call, std::to_string(bytes) + " バイト");
 }
 
-void ZloReader::set_codes(ZlogContact& contact) {
-  set_code(record_[zlo::kMode], zlo::kModes, "モード", mode_, contact.oddity);
+void ZloReader::set_codes(ZlogContact& contact, FindingLog& findings) {
+  const std::string mode = set_code(record_[zlo::kMode], zlo::kModes, zlo::kNewerModes, mode_);
   if (record_[zlo::kMode] == zlo::kModeRtty) mode_ = zlo::kRttyInTextLogs;
-  set_code(record_[zlo::kBand], zlo::kBands, "バンド", band_, contact.oddity);
+  const std::string band = set_code(record_[zlo::kBand], zlo::kBands, {}, band_);
+  if (!mode.empty()) findings.add(FindingKind::kModeKept, number_, contact.call, mode);
+  if (!band.empty()) findings.add(FindingKind::kBandKept, number_, contact.call, band);
   contact.mode = mode_;
   contact.band = band_;
 }
@@ -153,7 +164,7 @@ bool ZloReader::next(ZlogContact& contact, FindingLog& findings) {
     contact.his_rst = std::to_string(zlo::read_16(record_, zlo::kRstSent));
     contact.my_rst = std::to_string(zlo::read_16(record_, zlo::kRstReceived));
     contact.oddity.clear();
-    set_codes(contact);
+    set_codes(contact, findings);
     if (invalid_bytes > 0) {
       findings.add(FindingKind::kInvalidByte, number_, contact.call,
                    std::to_string(invalid_bytes) + " バイト");

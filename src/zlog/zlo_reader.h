@@ -10,8 +10,8 @@
 
 namespace tobarine {
 
-// Throws FileError when the file is no .ZLO: shorter than a record, or with a header that cannot be
-// one and hardly a contact whose time can be one.
+// Throws FileError when the file is no .ZLO: shorter than a record, of the newer form with longer
+// records, or with a header that cannot be one and hardly a contact whose time can be one.
 void refuse_foreign_zlo(const std::filesystem::path& path);
 
 class ZloReader : public ZlogReader {
@@ -19,7 +19,8 @@ class ZloReader : public ZlogReader {
   explicit ZloReader(const std::filesystem::path& path);
 
   // Contacts with a time outside the accepted days are left out and reported; so is a last record
-  // that is cut off. An unknown mode or band code leaves the text of the contact before.
+  // that is cut off. An unknown mode or band code leaves the text of the contact before; reported,
+  // too.
   bool next(ZlogContact& contact, FindingLog& findings) override;
   std::size_t number() const override { return number_; }
   const InputFile& file() const override { return file_; }
@@ -27,7 +28,7 @@ class ZloReader : public ZlogReader {
  private:
   std::size_t read_record();
   void report_cut_off(std::size_t bytes, FindingLog& findings) const;
-  void set_codes(ZlogContact& contact);
+  void set_codes(ZlogContact& contact, FindingLog& findings);
 
   InputFile file_;
   std::string buffer_;     // many records at a time

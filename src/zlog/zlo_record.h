@@ -29,6 +29,7 @@ inline constexpr Area kContestName{175, 60};  // of the header
 // Offsets of the other fields.
 inline constexpr std::size_t kTime = 0;      // double: days since 1899-12-30
 inline constexpr std::size_t kRstSent = 84;  // 16 bits
+inline constexpr std::size_t kZone = 84;     // of the header: 16 bits, the zone of all times
 inline constexpr std::size_t kRstReceived = 86;
 inline constexpr std::size_t kSerial = 88;  // 16 bits of the serial number
 inline constexpr std::size_t kMode = 92;
@@ -37,6 +38,13 @@ inline constexpr std::size_t kNewMultiplier1 = 157;
 inline constexpr std::size_t kNewMultiplier2 = 158;
 inline constexpr std::size_t kPoints = 159;
 inline constexpr std::size_t kTxNumber = 243;
+
+// What the header's zone says. Any other value says nothing for certain.
+inline constexpr unsigned kZoneUtc = 0x7FFF;
+inline constexpr unsigned kZoneJst = 0x10000 - 540;  // minutes
+
+// What the newer form of 384 bytes a record begins with.
+inline constexpr std::string_view kZloxMagic = "ZLOX";
 
 // Days that the Time field can hold here; other days are left out on reading. The years 1989/09/17
 // to 2079/06/04.
@@ -49,6 +57,8 @@ inline constexpr std::string_view kLastDate = "2079/06/04";
 // as that from a record, too.
 inline constexpr std::array<std::string_view, 6> kModes = {"CW", "SSB",  "FM",
                                                            "AM", "RTTY", "Other"};
+// The codes that follow: newer versions write them, and here they are unknown.
+inline constexpr std::array<std::string_view, 2> kNewerModes = {"FT8", "Other"};
 inline constexpr std::size_t kModeRtty = 4;
 inline constexpr std::string_view kRttyInTextLogs = "RTY";
 

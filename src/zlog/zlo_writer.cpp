@@ -74,8 +74,10 @@ void ZloWriter::put(const zlo::Record& record) {
   file_.end_record();
 }
 
-std::size_t ZloWriter::write_header(std::string_view station_call, std::string_view contest) {
+std::size_t ZloWriter::write_header(std::string_view station_call, std::string_view contest,
+                                    char zone) {
   zlo::Record header{};
+  zlo::write_16(header, zlo::kZone, zone == 'J' ? zlo::kZoneJst : zlo::kZoneUtc);
   const std::size_t lacking = put_text(station_call, zlo::kCall, kTwoBytes, header) +
                               put_text(contest, zlo::kContestName, kTwoBytes, header);
   put(header);

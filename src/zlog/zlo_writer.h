@@ -19,8 +19,8 @@ class ZloWriter {
   ZloWriter(OutputFile& file, zlo::Record& record) : file_(file), record_(record) {}
 
   // The first record of the file. Both texts may be empty; the length bytes are twice their
-  // lengths, as those of operator and memo are.
-  std::size_t write_header(std::string_view station_call, std::string_view contest);
+  // lengths, as those of operator and memo are. `zone`: 'U' (UTC) or 'J' (JST), of all times.
+  std::size_t write_header(std::string_view station_call, std::string_view contest, char zone);
 
   // Entries hold a moment that is a date and time, texts of the code tables, and numbers that
   // zlo::stored_byte() takes. Both functions return the number of characters that CP932 lacks,

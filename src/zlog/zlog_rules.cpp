@@ -38,6 +38,12 @@ std::string khz_of(std::string_view mhz) {
   return taken ? khz : std::string();
 }
 
+bool has_part_of_khz(std::string_view mhz) {
+  const std::size_t point = std::min(mhz.find('.'), mhz.size());
+  const std::string_view below = mhz.substr(std::min(point + 4, mhz.size()));
+  return below.find_first_not_of('0') != std::string_view::npos;
+}
+
 ZlogMoment moment_of(const QsoRecord& r, bool to_jst) {
   if (!to_jst) return {r.date, r.time};
   const auto jst = shift_utc_to_jst_full_year(r.date, r.time);
@@ -136,8 +142,7 @@ void ZlogRules::set_mode(const QsoRecord& r, std::size_t line, ZlogEntry& entry,
   }
 }
 
-void ZlogRules::set_memo(const QsoRecord& r, std::size_t line, ZlogEntry& entry,
-                         FindingLog& findings) const {
+void ZlogRules::set_memo(const QsoRecord& r, ZlogEntry& entry) const {
   entry.notes.clear();
   const auto note = [&entry](std::string_view text) {
     if (!text.empty()) entry.notes.append(entry.notes.empty() ? "" : " ").append(text);
@@ -147,12 +152,20 @@ void ZlogRules::set_memo(const QsoRecord& r, std::size_t line, ZlogEntry& entry,
   if (options_.write_iota) note(trim(r.iota));
   entry.operator_name.reset();
   if (options_.write_operator) entry.operator_name = trim(r.operator_call);
+}
+
+void ZlogRules::set_khz(const QsoRecord& r, std::size_t line, ZlogEntry& entry,
+                        FindingLog& findings) {
   entry.khz = khz_of(r.adif_freq);
   const std::string_view by_freq = band_from_freq(r.adif_freq);
   if (!by_freq.empty() && zlog_band(by_freq) != entry.band) {
     findings.add(FindingKind::kFreqOffBand, line, r.call,
                  r.adif_freq + " (バンド " + entry.band + ")");
     entry.khz.clear();
+  } else if (!entry.khz.empty()) {
+    if (has_part_of_khz(r.adif_freq)) ++cut_freqs_;
+  } else if (leading_number(r.adif_freq) > 0) {
+    findings.add(FindingKind::kZlogFreqDropped, line, r.call, r.adif_freq);
   }
   // Other parentheses must not be taken for a frequency.
   const bool others =
@@ -177,7 +190,8 @@ ZlogRules::Fate ZlogRules::apply(const QsoRecord& r, std::size_t line, ZlogEntry
   entry.my_rst = trim(r.my_rst);
   set_moments(r, entry);
   set_mode(r, line, entry, findings);
-  set_memo(r, line, entry, findings);
+  set_memo(r, entry);
+  set_khz(r, line, entry, findings);
   if (const std::string cut = cut_values(entry); !cut.empty()) {
     findings.add(FindingKind::kZlogFieldCut, line, entry.call, cut);
   }

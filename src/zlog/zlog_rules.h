@@ -44,14 +44,19 @@ class ZlogRules {
 
   const std::string& refusal() const { return refusal_; }
 
+  // Contacts whose frequency lost what is below 1 kHz.
+  std::size_t cut_freqs() const { return cut_freqs_; }
+
  private:
   bool set_numbers(const QsoRecord& r, ZlogEntry& entry);
   void set_moments(const QsoRecord& r, ZlogEntry& entry) const;
   void set_mode(const QsoRecord& r, std::size_t line, ZlogEntry& entry, FindingLog& findings) const;
-  void set_memo(const QsoRecord& r, std::size_t line, ZlogEntry& entry, FindingLog& findings) const;
+  void set_memo(const QsoRecord& r, ZlogEntry& entry) const;
+  void set_khz(const QsoRecord& r, std::size_t line, ZlogEntry& entry, FindingLog& findings);
 
   ZlogOptions options_;
   unsigned serial_ = 0;  // the last one sent
+  std::size_t cut_freqs_ = 0;
   std::string refusal_;
 };
 

@@ -132,6 +132,7 @@ TEST_F(MainWindowTest, OpensAnAdif) {
 }
 
 TEST_F(MainWindowTest, OpensZlogLogs) {
+  window_->select_option3(1);
   open("z 開 all", sample("contest.all"));
   EXPECT_EQ(see().cmdH2L.text, "変換　Z -> L");
   EXPECT_EQ(
@@ -142,9 +143,82 @@ TEST_F(MainWindowTest, OpensZlogLogs) {
   open("mnuOpen_zlog_zlo", sample("contest.zlo"));
   EXPECT_TRUE(see().lblConv.text.starts_with("zLog の zlo 形式ファイルから"));
   EXPECT_EQ(see().lblContest.text, "ALL JA コンテスト");
-  EXPECT_TRUE(see().OptionDX[1].checked && !see().OptionDX[0].checked);
   open("mnuOpen_csv", sample("hamlog.csv"));
   EXPECT_EQ(see().cmdH2L.text, "変換　H -> L");
+}
+
+// A .ZLO says its zone, or its contest does; what the user clicks wins, and stays for the logs that
+// say nothing.
+TEST_F(MainWindowTest, AZloIsReadInItsOwnZone) {
+  const std::string jst_log = TestFolder::bytes_of(sample("contest.zlo"));
+  const auto log = [&](std::string_view word, bool dx) {
+    std::string bytes = jst_log;
+    bytes.replace(84, 2, word);
+    if (dx)
+      bytes.replace(175, 16,
+                    "\x0F"
+                    "CQWW DX Contest");
+    return folder_.file("a.zlo", bytes);
+  };
+  const auto zone_read = [&] {
+    window_->command("cmdH2L");
+    const std::string text = TestFolder::bytes_of(home() / "zlog_1.csv");
+    EXPECT_EQ(see().Option3[1].checked, contains(text, "\"21:00J\""));
+    EXPECT_EQ(see().Option3[0].checked, contains(text, "\"21:00U\""));
+    EXPECT_EQ(see().Option3[1].colour == Colour::kLightBlue, see().Option3[1].checked);
+    EXPECT_TRUE(contains(see().lblNotes.text, see().lblZone.text)) << see().lblZone.text;
+    return see().lblZone.text;
+  };
+  const struct {
+    std::string word;
+    bool dx;
+    const char* expected;
+  } cases[] = {{"\xFF\x7F", true, "UTC (ファイルに記されている)"},
+               {"\xFF\x7F", false, "UTC (ファイルに記されている)"},
+               {"\xE4\xFD", true, "JST (ファイルに記されている)"},
+               {{"\0\0", 2}, true, "UTC (DX コンテストなので)"},
+               {"\xFF\xFF", false, "JST (DX コンテストではないので)"}};
+  for (const auto& c : cases) {
+    open("mnuOpen_zlog_zlo", log(c.word, c.dx));
+    EXPECT_EQ(zone_read(), c.expected);
+  }
+  EXPECT_EQ(saved().zlog_in_jst, 0);  // nobody has chosen anything
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  EXPECT_TRUE(see().Option3[0].checked && see().lblZone.text.empty());
+  open("mnuOpen_zlog_zlo", log("\xFF\x7F", false));
+  window_->select_option3(1);
+  EXPECT_EQ(zone_read(), "JST (選んだもの。ファイルには UTC とあります)");
+  EXPECT_EQ(see().lblZone.colour, Colour::kLightRed);
+  EXPECT_EQ(saved().zlog_in_jst, 1);
+  open("mnuOpen_zlog_zlo", log("\xFF\x7F", false));
+  EXPECT_EQ(zone_read(), "UTC (ファイルに記されている)");
+}
+
+TEST_F(MainWindowTest, OfATextLogTheZoneIsAskedOnce) {
+  open("z 開 all", sample("contest.all"));
+  ASSERT_EQ(shell_.choices.size(), 1U);
+  EXPECT_TRUE(window_->input().empty());  // no answer, no log
+  EXPECT_EQ(can_convert(), "");
+  shell_.answers = {1};
+  window_->open_file(folder_ / "contest.all");
+  EXPECT_TRUE(see().Option3[0].checked);
+  EXPECT_EQ(see().lblZone.text, "UTC (選んだもの)");
+  start();
+  open("z 開 all", folder_ / "contest.all");
+  EXPECT_EQ(shell_.choices.size(), 2U);
+  EXPECT_EQ(see().lblZone.text, "UTC (選んだもの)");
+  window_->select_option3(1);
+  EXPECT_EQ(see().lblZone.text, "JST (選んだもの)");
+  window_->command("cmdH2L");
+  EXPECT_TRUE(TestFolder::bytes_of(folder_ / "contest.adi") ==
+              TestFolder::bytes_of(fs::path(expected_folder()) / "contest.adi"));
+  // Settings of an earlier version tell of the choice only when it was JST.
+  for (const auto& [text, asked] : {std::pair("[Config]\nOp_3=1\n", 2U), {"[Config]\n", 3U}}) {
+    folder_.text("home/Tobarine.ini", text);
+    start();
+    open("z 開 all", folder_ / "contest.all");
+    EXPECT_EQ(shell_.choices.size(), asked);
+  }
 }
 
 TEST_F(MainWindowTest, OpensAHamlogDatabase) {

@@ -75,7 +75,21 @@ for kind in all zlo; do
   equal zlog_1.csv "$source/tests/data/contest_zlog_1.csv"
 done
 check "the zone of a zLog log" 0 '時刻の読み方: UTC' "$cli" eqsl "$source/samples/contest.all" -o z.adi
+check "the zone of a zLog log" 0 'JST のログなら --set Op_3=1' "$cli" eqsl \
+  "$source/samples/contest.all" -o z.adi
+check "the zone of a .ZLO" 0 '時刻の読み方: JST (ファイルに記されている)' "$cli" h2l \
+  "$source/samples/contest.zlo" -o z.adi
+equal z.adi "$source/tests/data/contest.adi"
+check "a .ZLO against its zone" 0 '記録と違います: UTC (選んだもの。ファイルには JST' "$cli" h2l \
+  "$source/samples/contest.zlo" -o z.adi --set zlog_in_jst=0
+check "a .ZLO as it says itself" 0 'JST (選んだもの)' "$cli" h2l "$source/samples/contest.zlo" \
+  -o z.adi --set op_3=1
 check "info of a .ALL" 0 '入力数: 16 件' "$cli" info "$source/samples/contest.all"
+check "info of a .ALL" 0 '時刻: UTC (ファイルには記されていない)' "$cli" info \
+  "$source/samples/contest.all"
+check "info of a .ZLO" 0 '"zone": "JST"' "$cli" --json info "$source/samples/contest.zlo"
+check "info of a .ZLO" 0 '"zone_from": "file"' "$cli" --json info "$source/samples/contest.zlo"
+printf 'ZLOX' >new.zlo && head -c 764 /dev/zero >>new.zlo && cp new.zlo new.zlox
 check "info of a .ZLO" 0 'コンテスト: ALL JA コンテスト' "$cli" info "$source/samples/contest.zlo"
 check "info of a .ZLO" 0 '"dx_contest": false' "$cli" --json info "$source/samples/contest.zlo"
 check "adif2zlog" 0 '時刻の書き方.*: .all は JST' "$cli" adif2zlog "$source/samples/n1mm.adi" -o n1mm \
@@ -151,6 +165,11 @@ for kind in all zlo; do
 done
 head -c 100 "$source/samples/contest.zlo" >short.zlo
 refused "less than a record" "$cli" h2l short.zlo
+for file in new.zlo new.zlox; do
+  refused "the newer binary log" "$cli" h2l $file
+  refused "the newer binary log" "$cli" info $file
+done
+check "the newer binary log" 1 '.ZLOX です.*保存し直して' "$cli" h2l new.zlo
 (cat "$source/samples/contest.all"; head -c 100000000 /dev/zero | tr '\0' 'x') >long.all
 check "one line of 100 MB" 1 'long.all: 18 行目' "$cli" h2l long.all
 check "what came before it" 1 '変換数: 16 件' "$cli" h2l long.all

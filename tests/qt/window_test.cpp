@@ -211,7 +211,8 @@ TEST_F(WindowTest, ADroppedLogIsOpenedAndRemembered) {
   QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&shell_->view(), &drop);
   EXPECT_EQ(find<QLabel>("lblContest")->text(), "ALL JA コンテスト");
-  EXPECT_TRUE(find<QRadioButton>("OptionDX_1")->isChecked());
+  EXPECT_TRUE(find<QRadioButton>("Option3_1")->isChecked());
+  EXPECT_EQ(find<QLabel>("lblZone")->text(), "JST (ファイルに記されている)");
   EXPECT_EQ(plain(find<QPushButton>("cmdH2L")->text()), "変換　Z -> L");
   auto* const recent = find<QMenu>("mnuRecent");
   ASSERT_FALSE(recent->actions().isEmpty());
@@ -416,6 +417,9 @@ TEST_F(WindowTest, TheZlogWindowConvertsAndEdits) {
   EXPECT_EQ(commands_->settings().zlog_time, "ALL_J");
   QTest::keyClicks(zlog->findChild<QLineEdit*>("Text7"), "13M");
   EXPECT_EQ(commands_->settings().sent_number, "13M");
+  commands_->select_option1(2);  // the main window has that setting, too
+  EXPECT_TRUE(zlog->findChild<QAbstractButton*>("Option2_2")->isChecked());
+  click("Option2_1");
   shell_->chosen = sample("n1mm.adi");
   click("cmdOpen");
   click("cmdConvert");

@@ -54,9 +54,9 @@ struct Record {
   }
 };
 
-std::string header(const std::string& contest) {
-  Record record{.time = 0, .call = "JA1ZZZ", .memo = contest};
-  return record.bytes();
+std::string header(const std::string& contest, unsigned zone = 0) {
+  const Record record{.time = 0, .call = "JA1ZZZ", .memo = contest};
+  return record.bytes().replace(84, 2, {static_cast<char>(zone), static_cast<char>(zone >> 8)});
 }
 
 class ZlogIn : public ::testing::Test {
@@ -66,14 +66,16 @@ class ZlogIn : public ::testing::Test {
     H2lJob job{folder_.file("log", bytes), folder_ / "out.adi", {}, source};
     job.intermediate = folder_ / "zlog_1.csv";
     std::filesystem::remove(job.intermediate);
+    job.zlog_zone = zone_;
     report_ = run_h2l(job, delivered<ConversionTables>(), delivered<CallTables>(), {});
     return text_lines(TestFolder::bytes_of(job.intermediate));
   }
+  std::optional<char> zone_;  // chosen by the user
   std::vector<std::string> all(const std::string& lines) {
     return rows(H2lSource::kZlogAll, to_cp932("zLog for Windows \r\n" + lines));
   }
   std::vector<std::string> zlo(const std::string& records) {
-    return rows(H2lSource::kZlogZlo, header("") + records);
+    return rows(H2lSource::kZlogZlo, header("", 0x7FFF) + records);
   }
   std::string freq(const std::vector<std::string>& rows, std::size_t row) {
     std::vector<std::string> fields;
@@ -82,6 +84,13 @@ class ZlogIn : public ::testing::Test {
   }
   std::string adif() { return TestFolder::bytes_of(folder_ / "out.adi"); }
   std::size_t told(FindingKind kind) const { return report_.findings.count(kind); }
+  // What the first finding of a kind says.
+  std::string words(FindingKind kind) const {
+    for (const Finding& finding : report_.findings.kept()) {
+      if (finding.kind == kind) return finding.text;
+    }
+    return {};
+  }
 
   TestFolder folder_;
   ConversionReport report_;
@@ -101,17 +110,18 @@ TEST_F(ZlogIn, ATextLineBecomesSixteenFields) {
 TEST_F(ZlogIn, FrequencyComesFromTheMemoOrTheBand) {
   std::string log;
   for (const char* memo :
-       {"(7025)", "x ( 7030 ) y", "(0)", "(123)", "(7025.5)", "(7050", ")7060(", ""}) {
+       {"(7025)", "x ( 7030 ) y", "(0)", "(123)", "(7025.5)", "(7050", ")7060(", "", "(7.02)"}) {
     log += Line{.memo = memo}.text();
   }
   log += Line{.band = "14", .memo = "(14025)"}.text();
   log += Line{.band = "1200", .memo = "(123456)"}.text();
   log += Line{.band = "4630"}.text() + Line{.band = "10G"}.text();
   const auto lines = all(log);
-  const char* expected[] = {"7.025", "7.030", "7",      "7",      "7", "7",
-                            "7",     "7",     "14.025", "14.025", "",  "10"};
+  const char* expected[] = {"7.025", "7.030", "7",      "7",      "7", "7", "7",
+                            "7",     "7..02", "14.025", "14.025", "",  "10"};
   for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(freq(lines, i), expected[i]) << i;
   EXPECT_EQ(told(FindingKind::kFreqKept), 5U);
+  EXPECT_EQ(words(FindingKind::kFreqMisread), "(7.02) -> 7..02");
   EXPECT_EQ(told(FindingKind::kFreqOffBand), 2U);  // 14.025 on 1200, and "10" for 10 GHz
   EXPECT_EQ(told(FindingKind::kOddField), 1U);     // 4630
 }
@@ -161,8 +171,22 @@ TEST_F(ZlogIn, TextLogsAreReadTolerantlyAndOddLinesNamed) {
   EXPECT_TRUE(lines[5].starts_with("\"JA1XYZ\",\"\",\"05/06/02\",\"12:34U\",\"\",\"\",\"\","));
 }
 
+// Newer logs put the operator in front of the memo, which moves out of its column.
+TEST_F(ZlogIn, WhatStandsOutsideTheColumnsIsNamed) {
+  const std::string op = "%%JA1ABC%%          ";  // as wide as the column
+  all(Line{.memo = op + "(7012.3) 599"}.text() + Line{.memo = op + "(0)"}.text() +
+      Line{.memo = "(7012)             (hi) (3)"}.text() + Line{.memo = op + "TNX (hi)"}.text());
+  EXPECT_EQ(told(FindingKind::kFreqNotRead), 1U);
+  EXPECT_EQ(words(FindingKind::kFreqNotRead), "(7012.3)");
+  all(Line().text() + "2005/06/02 12:34 JA1XYZ\r2005/06/02 12:35 JA1XYY\r\n");
+  EXPECT_EQ(report_.written, 2U);
+  EXPECT_EQ(told(FindingKind::kOddField), 1U);
+  EXPECT_TRUE(contains(words(FindingKind::kOddField), "CR"));
+}
+
 TEST_F(ZlogIn, ForeignTextLogsAreRefusedBeforeAnythingIsWritten) {
-  for (const char* bytes : {"", "mon day time  callsign\r\n", "JA1ABC,24/05/01\r\n"}) {
+  for (const char* bytes : {"", "mon day time  callsign\r\n", "JA1ABC,24/05/01\r\n",
+                            "zLog for Windows \r2005/06/02 12:34 JA1XYZ\r"}) {
     EXPECT_THROW(rows(H2lSource::kZlogAll, bytes), FileError) << bytes;
   }
   EXPECT_FALSE(std::filesystem::exists(folder_ / "out.adi"));
@@ -212,11 +236,15 @@ TEST_F(ZlogIn, BinaryContactsOutsideTheAcceptedDaysAreLeftOut) {
 TEST_F(ZlogIn, UnknownCodesKeepTheTextsOfTheContactBefore) {
   const auto lines =
       zlo(Record{.mode = 4, .band = 9}.bytes() + Record{.mode = 6, .band = 16}.bytes() +
-          Record{.mode = 5, .memo = "(14025)"}.bytes());
+          Record{.mode = 5, .memo = "(14025)"}.bytes() + Record{.mode = 7}.bytes() +
+          Record{.mode = 8}.bytes());
   EXPECT_TRUE(contains(lines[0], "\"50\",\"RTY\""));
   EXPECT_TRUE(contains(lines[1], "\"50\",\"RTY\""));
   EXPECT_TRUE(contains(lines[2], "\"14.025\",\"Other\""));
-  EXPECT_EQ(told(FindingKind::kOddField), 1U);
+  EXPECT_TRUE(contains(lines[3], "\"7\",\"Other\""));
+  EXPECT_EQ(told(FindingKind::kModeKept), 3U);
+  EXPECT_EQ(words(FindingKind::kModeKept), "6 (今の zLog では FT8) -> 「RTY」");
+  EXPECT_EQ(words(FindingKind::kBandKept), "16 -> 「50」");
 }
 
 TEST_F(ZlogIn, BinaryTextsAreCountedInBytes) {
@@ -241,6 +269,10 @@ TEST_F(ZlogIn, ForeignBinaryLogsAreRefused) {
   EXPECT_THROW(rows(H2lSource::kZlogZlo, ""), FileError);
   EXPECT_THROW(rows(H2lSource::kZlogZlo, std::string(255, 'x')), FileError);
   EXPECT_THROW(rows(H2lSource::kZlogZlo, std::string(2560, 'x')), FileError);
+  // The newer form: twice 384 bytes, of which every third 256 look like a contact.
+  std::string newer = header("").replace(0, 4, "ZLOX") + std::string(128, '\0');
+  newer += Record().bytes() + std::string(128, '\0');
+  EXPECT_THROW(rows(H2lSource::kZlogZlo, newer), FileError);
   EXPECT_EQ(rows(H2lSource::kZlogZlo, std::string(256, 'x') + Record().bytes()).size(), 1U);
   EXPECT_TRUE(zlo("").empty());
 }
@@ -256,6 +288,46 @@ TEST_F(ZlogIn, InputOutputAndIntermediateFileMustDiffer) {
   job.intermediate = folder_ / "x";
   job.output = log;
   EXPECT_THROW(run(), UsageError);
+}
+
+// The header wins over the contest, the user over both.
+TEST_F(ZlogIn, TheZoneComesFromTheHeaderTheContestOrTheUser) {
+  const unsigned utc = 0x7FFF, jst = 0xFDE4;
+  const struct {
+    unsigned word;
+    bool dx;
+    char expected;
+  } cases[] = {{utc, true, 'U'},    {utc, false, 'U'}, {jst, true, 'J'},    {jst, false, 'J'},
+               {0, true, 'U'},      {0, false, 'J'},   {0xFFFF, true, 'U'}, {0xFFFF, false, 'J'},
+               {0xFDE5, true, 'U'}, {9, false, 'J'}};
+  for (const auto& c : cases) {
+    for (const std::optional<char> chosen : {std::optional<char>(), {'U'}, {'J'}}) {
+      zone_ = chosen;
+      const char letter = chosen.value_or(c.expected);
+      const bool certain = c.word == utc || c.word == jst;
+      const auto lines =
+          rows(H2lSource::kZlogZlo,
+               header(c.dx ? "CQWW DX Contest" : "ALL JA コンテスト", c.word) + Record().bytes());
+      EXPECT_TRUE(contains(lines[0], letter == 'J' ? "12:00J" : "12:00U")) << c.word << c.dx;
+      EXPECT_TRUE(contains(adif(), letter == 'J' ? "<TIME_ON:4>0300" : "<TIME_ON:4>1200"));
+      const bool against = certain && letter != c.expected;
+      EXPECT_EQ(told(FindingKind::kZoneAgainstFile), against ? 1U : 0U);
+      EXPECT_EQ(told(FindingKind::kZoneRead), against ? 0U : 1U);
+      const std::string text = report_.findings.kept()[0].text;
+      EXPECT_TRUE(text.starts_with(letter == 'J' ? "JST (" : "UTC (")) << text;
+      EXPECT_TRUE(contains(text, against   ? "ファイルには"
+                                 : chosen  ? "選んだもの)"
+                                 : certain ? "(ファイルに記されている)"
+                                 : c.dx    ? "DX コンテストなので)"
+                                           : "DX コンテストではないので)"))
+          << text;
+    }
+  }
+  zone_.reset();
+  EXPECT_TRUE(contains(all(Line().text())[0], "12:34U"));
+  EXPECT_EQ(words(FindingKind::kZoneRead), "UTC (ファイルには記されていない)");
+  zone_ = 'J';
+  EXPECT_TRUE(contains(all(Line().text())[0], "12:34J"));
 }
 
 TEST(Contest, IsReadFromTheHeaderRecord) {

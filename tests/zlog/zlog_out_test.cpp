@@ -8,6 +8,7 @@
 #include "test_folder.h"
 #include "text/strings.h"
 #include "zlog/all_reader.h"
+#include "zlog/contest.h"
 #include "zlog/zlo_reader.h"
 
 namespace tobarine {
@@ -115,11 +116,17 @@ TEST_F(ZlogOut, TimesAreInTheZonesThatTheSettingsName) {
   run(contact("", "1500"));
   EXPECT_TRUE(all_[1].starts_with("2024/07/07 00:00 "));
   EXPECT_TRUE(contains(csv_[0], "\"24/07/06\",\"15:00U\""));
-  EXPECT_EQ(report_.findings.kept()[1].text, ".zlo は UTC (ADIF のまま)");
+  EXPECT_TRUE(contains(report_text(report_), ".zlo は UTC (ADIF のまま)"));
+  EXPECT_EQ(read_contest(folder_ / "out.zlo").zone, 'U');
   set("utc_jst_str", "ALL_J");
   run(contact("", "1500"));
   EXPECT_TRUE(contains(csv_[0], "\"24/07/07\",\"00:00J\""));
-  EXPECT_EQ(report_.findings.kept()[1].text, ".zlo は JST");
+  EXPECT_TRUE(contains(report_text(report_), ".zlo は JST"));
+  EXPECT_EQ(byte(0, zlo::kZone), 0xE4U);
+  EXPECT_EQ(byte(0, zlo::kZone + 1), 0xFDU);
+  EXPECT_EQ(read_contest(folder_ / "out.zlo").zone, 'J');
+  run("");  // no contact: the header alone
+  EXPECT_EQ(read_contest(folder_ / "out.zlo").zone, 'J');
 }
 
 TEST_F(ZlogOut, OptionalTextsGoToMemoAndRemarks) {
@@ -162,6 +169,13 @@ TEST_F(ZlogOut, BandsAndModesThatZlogHasNotAreReported) {
   EXPECT_EQ(all_[2].substr(66), "10G  Other1  ");
   EXPECT_EQ(all_[3].substr(66), "14   RTY  1  ");
   EXPECT_EQ(byte(3, zlo::kMode), 4U);
+}
+
+TEST_F(ZlogOut, FrequenciesThatTheMemoCannotHoldAreReported) {
+  run(contact("<BAND:2>2M<FREQ:5>144.2") + contact("") + contact("<FREQ:8>7.025000") +
+      bandless("<BAND:4>160M<FREQ:5>1.909") + bandless("<BAND:4>160M"));
+  EXPECT_EQ(told(FindingKind::kZlogFreqDropped), 1U);
+  EXPECT_TRUE(contains(report_text(report_), "kHz より下の桁: 1 件の交信"));
 }
 
 TEST_F(ZlogOut, ContactsWithoutDateOrCallAreLeftOut) {

@@ -86,7 +86,6 @@ void MainView::connect_options() {
   }
   for (std::size_t i = 0; i < 2; ++i) {
     on_click(QString("Option3_%1").arg(i), [this, i] { commands_->select_option3(i); });
-    on_click(QString("OptionDX_%1").arg(i), [this, i] { commands_->select_option_dx(i); });
   }
   const auto on_edit = [this](const char* name, auto function) {
     auto* const edit = qobject_cast<QLineEdit*>(controls_[name]);

@@ -236,15 +236,14 @@ QWidget* MainView::build_right_options() {
   zone->addWidget(new QLabel("年"));
   zone->addStretch();
   zlog->addLayout(zone);
-  auto* const contest = row();
-  for (int i = 0; i < 2; ++i) contest->addWidget(add<QRadioButton>(QString("OptionDX_%1").arg(i)));
+  auto* const told = row();  // by the log
+  auto* const why = add<PathLabel>("lblZone");
+  why->setAccessibleName("時刻の読み方");
+  told->addWidget(why, 3);
   auto* const name = add<PathLabel>("lblContest");
   name->setAccessibleName("コンテスト名");
-  contest->addWidget(name, 1);
-  auto* const contest_group = new QWidget;  // radio buttons of their own
-  contest->setContentsMargins(0, 0, 0, 0);
-  contest_group->setLayout(contest);
-  zlog->addWidget(contest_group);
+  told->addWidget(name, 2);
+  zlog->addLayout(told);
   right->addWidget(frame("frameZlog", zlog));
 
   auto* const rest = column(0);
