@@ -44,6 +44,8 @@ MainControls::MainControls() {
   cmdeqsl.text = " for ｅＱＳＬ";
   cmdL2H.text = "変換　L -> H";
   cmdEnd.text = "終　了";
+  cmdOutput.text = "出力先…";
+  cmdOutput.tip = "出力のファイルを選びます (別のログを開くまで)";
   constexpr std::string_view kChecks[] = {
       "",
       "Ｒｍｋｓ １",

@@ -66,7 +66,7 @@ struct MainControls {
   int width = kMostWidth;
   double progress = 0;  // 0 .. 1, or kBusy
 
-  Control cmdH2L, cmdeqsl, cmdL2H, cmdEnd;
+  Control cmdH2L, cmdeqsl, cmdL2H, cmdEnd, cmdOutput;
   std::array<Control, 17> Check;  // Check1 to Check16
   std::array<Control, 4> Option1;
   std::array<Control, 3> Option2;
@@ -90,6 +90,7 @@ void for_each_control(Controls& c, Visit visit) {
   visit("cmdeqsl", c.cmdeqsl);
   visit("cmdL2H", c.cmdL2H);
   visit("cmdEnd", c.cmdEnd);
+  visit("cmdOutput", c.cmdOutput);
   for (std::size_t i = 1; i < c.Check.size(); ++i) visit("Check" + std::to_string(i), c.Check[i]);
   const auto visit_all = [&visit](const std::string& name, auto& controls) {
     for (std::size_t i = 0; i < controls.size(); ++i) {

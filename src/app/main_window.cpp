@@ -53,6 +53,7 @@ const MainWindow::Command MainWindow::kCommands[] = {
     {"cmdeqsl", &MainWindow::run_eqsl_command},
     {"cmdL2H", &MainWindow::run_l2h_command},
     {"cmdEnd", &MainWindow::exit},
+    {"cmdOutput", &MainWindow::choose_output_command},
     {"Command1", &MainWindow::clear_was},
 };
 

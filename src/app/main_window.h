@@ -117,6 +117,9 @@ class MainWindow {
   void run_eqsl_command();
   void run_to_adif(bool eqsl);
   void run_l2h_command();
+  void choose_output_command();
+  bool choose_output();  // false: the user does not
+  bool settle_output();  // false: nothing is to be written
   KeepRule keep_rule();
   void show_result();
   void begin_waiting(std::string_view message);
@@ -158,6 +161,7 @@ class MainWindow {
   std::optional<LogKind> kind_;  // of the input; nothing: none is chosen
   std::filesystem::path input_;
   std::filesystem::path output_;
+  std::string output_note_;                 // on its name, while it is the input's
   std::filesystem::path edit_file_;         // what the editor opens
   std::unique_ptr<HamlogLibrary> library_;  // bound for input_
   std::optional<ContestInfo> contest_;      // of a .ZLO

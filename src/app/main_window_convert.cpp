@@ -1,10 +1,12 @@
 // The main window's conversions and tools.
 #include "app/main_window.h"
+#include "app/output_choice.h"
 #include "app/program_folder.h"
 #include "app/reference_tools.h"
 #include "convert/h2l.h"
 #include "convert/l2h.h"
 #include "text/error.h"
+#include "text/file_identity.h"
 #include "text/folder.h"
 #include "text/temporary_file.h"
 
@@ -52,6 +54,30 @@ KeepRule MainWindow::keep_rule() {
           }};
 }
 
+void MainWindow::choose_output_command() {
+  if (controls.cmdOutput.enabled) choose_output();
+}
+
+bool MainWindow::choose_output() {
+  const std::string ending = kind_ == LogKind::kAdif ? ".csv" : ".adi";
+  auto file =
+      shell_.choose_output({"出力先を選ぶ", "出力 (*" + ending + ")", {"*" + ending}}, output_);
+  if (!file) return false;
+  if (!file->has_extension()) *file += ending;
+  refuse_shared_files({input_}, {*file});
+  output_ = *file;
+  output_note_.clear();
+  clear_counts();
+  controls.lblOutFile.text = path_text(output_);
+  enable_views();
+  return true;
+}
+
+bool MainWindow::settle_output() {
+  return settle_outputs(
+      shell_, [this] { return std::vector{output_}; }, [this] { return choose_output(); });
+}
+
 // All that a conversion does before and after its run.
 void MainWindow::convert(const std::function<ConversionReport(const RunContext&)>& run) {
   save_settings();
@@ -70,8 +96,11 @@ void MainWindow::convert(const std::function<ConversionReport(const RunContext&)
     report_ = run(context_for(controls.progress));
   } catch (...) {
     finish();
+    controls.lblMsg.text = "途中で止まりました";
+    controls.lblMsg.colour = Colour::kLightRed;
     throw;
   }
+  if (!output_note_.empty()) report_.findings.add(FindingKind::kOutputName, 0, "", output_note_);
   finish();
   show_result();
 }
@@ -98,7 +127,7 @@ void MainWindow::run_eqsl_command() {
 }
 
 void MainWindow::run_to_adif(bool eqsl) {
-  if (!controls.cmdH2L.enabled) return;
+  if (!controls.cmdH2L.enabled || !settle_output()) return;
   convert([&](const RunContext& context) {
     H2lJob job;
     job.input = input_;
@@ -119,7 +148,7 @@ void MainWindow::run_to_adif(bool eqsl) {
 }
 
 void MainWindow::run_l2h_command() {
-  if (!controls.cmdL2H.enabled) return;
+  if (!controls.cmdL2H.enabled || !settle_output()) return;
   convert([&](const RunContext& context) {
     const L2hJob job{input_, output_, l2h_options(settings_, settings_.time_conversion),
                      temporary_folders(folder_)};

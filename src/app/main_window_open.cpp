@@ -114,6 +114,11 @@ void MainWindow::set_files(const fs::path& input, LogKind kind, std::string_view
   controls.lblInFile = controls.lblOutFile = controls.lblConv = {};
   controls.lblInFile.text = path_text(input_);
   controls.lblOutFile.text = path_text(output_);
+  output_note_ = output_path_note(input_, output_);
+  if (!output_note_.empty()) {
+    output_note_ += "。「出力先…」で変えられます";
+    controls.lblNotes.text = output_note_;
+  }
   controls.cmdH2L.text = "変換　H -> L";
   controls.lblIn.text.clear();
   controls.mnuDisp.enabled = true;
@@ -211,6 +216,7 @@ void MainWindow::enable_conversions(bool h2l, bool l2h) {
   controls.cmdH2L.enabled = controls.tool("変換 H2L").enabled = h2l;
   controls.cmdeqsl.enabled = controls.tool("eQSL").enabled = h2l;
   controls.cmdL2H.enabled = controls.tool("変換 L2H").enabled = l2h;
+  controls.cmdOutput.enabled = h2l || l2h;
 }
 
 void MainWindow::enable_views() {

@@ -13,7 +13,7 @@
 
 namespace tobarine {
 
-// A question for an existing file.
+// A question for a file.
 struct FileQuestion {
   std::string title;
   std::string description;            // of the files
@@ -32,6 +32,10 @@ class Shell {
   virtual ~Shell() = default;
 
   virtual std::optional<std::filesystem::path> choose_file(const FileQuestion& question) = 0;
+
+  // A file to write, whether it is there or not; `suggested` is what stands in the dialog.
+  virtual std::optional<std::filesystem::path> choose_output(
+      const FileQuestion& question, const std::filesystem::path& suggested) = 0;
 
   // The index of the answer; nothing: the user wants none of it.
   virtual std::optional<std::size_t> ask(const Choice& choice) = 0;

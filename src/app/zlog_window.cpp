@@ -1,11 +1,14 @@
 #include "app/zlog_window.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "app/option_table.h"
+#include "app/output_choice.h"
 #include "hamlog/adif_reader.h"
 #include "text/error.h"
 #include "text/folder.h"
+#include "text/strings.h"
 
 namespace tobarine {
 namespace fs = std::filesystem;
@@ -26,7 +29,9 @@ ZlogControls::ZlogControls() {
   Option2[2].text = "全てUTC";
   cmdOpen.text = "開く *.adi";
   cmdConvert.text = "変換　A -> Z";
-  cmdConvert.enabled = false;
+  cmdOutput.text = "出力先…";
+  cmdOutput.tip = "出力の名前を選びます (別のログを開くまで)";
+  cmdConvert.enabled = cmdOutput.enabled = false;
   lblInFile.text = "N1MM などの ADIF を開いて下さい。";
   lblInFile.colour = Colour::kLightRed;
   mnuCSV.text = "[ CSV の編集 ]";
@@ -92,26 +97,51 @@ void ZlogWindow::open_file(const fs::path& file) {
     const AdifFileInfo info = scan_adif(file);
     if (!info.is_adif) throw FileError(file, "ADIF ではないようです (CALL のタグがありません)");
     input_ = file;
-    base_ = output_path(file, "").replace_extension();
     controls.lblInFile = controls.lblOutFile = controls.lblMsg = {};
     controls.lblInFile.text = path_text(input_);
-    controls.lblOutFile.text = path_text(base_) + ".all  .zlo  .csv";
+    show_base(output_path(file, "").replace_extension());
     controls.lblIn.text = "入力数: " + std::to_string(info.contacts) + " 件";
-    controls.lblInfo.text.clear();
-    controls.lblNotes.text.clear();
+    controls.lblNotes.text = output_path_note(input_, output_path(file, "csv"));
     controls.mnuCSV.enabled = controls.mnuALL.enabled = false;
-    controls.cmdConvert.enabled = true;
+    controls.cmdConvert.enabled = controls.cmdOutput.enabled = true;
   } catch (const Error& error) {
     tell(error.what());
   }
   shell_.mirror();
 }
 
+void ZlogWindow::show_base(const fs::path& base) {
+  base_ = base;
+  controls.lblOutFile.text = path_text(base_) + ".all  .zlo  .csv";
+  controls.lblInfo.text.clear();
+}
+
+bool ZlogWindow::choose_base() {
+  const auto file = shell_.choose_output(
+      {"出力先を選ぶ (.all、.zlo、.csv の三つを書きます)", "zLog (*.all)", {"*.all"}},
+      fs::path(base_) += ".all");
+  if (!file) return false;
+  const std::string ending = path_text(file->extension());
+  const bool known = std::ranges::any_of(AdifToZlogJob::kEndings, [&ending](std::string_view one) {
+    return equal_ignoring_case(ending, one);
+  });
+  show_base(known ? fs::path(*file).replace_extension() : *file);
+  return true;
+}
+
+void ZlogWindow::choose_output() {
+  if (main_.running() || !controls.cmdOutput.enabled) return;
+  choose_base();
+  shell_.mirror();
+}
+
 void ZlogWindow::convert() {
   if (main_.running() || !controls.cmdConvert.enabled) return;
+  const auto outputs = [this] { return AdifToZlogJob{input_, base_, {}}.outputs(); };
+  if (!settle_outputs(shell_, outputs, [this] { return choose_base(); })) return;
   main_.set_running(true);
   show_settings();
-  controls.cmdConvert.enabled = controls.cmdOpen.enabled = false;
+  controls.cmdConvert.enabled = controls.cmdOpen.enabled = controls.cmdOutput.enabled = false;
   controls.lblMsg = {};
   shell_.mirror();
   const AdifToZlogJob job{input_, base_, adif_to_zlog_options(main_.settings())};
@@ -124,11 +154,13 @@ void ZlogWindow::convert() {
     controls.lblNotes.text = report_text(report_);
     if (report_.stopped_by) tell(*report_.stopped_by);
   } catch (const std::exception& error) {
+    controls.lblMsg.text = "途中で止まりました";
+    controls.lblMsg.colour = Colour::kLightRed;
     tell(error.what());
   }
   main_.set_running(false);
   controls.progress = 0;
-  controls.cmdConvert.enabled = controls.cmdOpen.enabled = true;
+  controls.cmdConvert.enabled = controls.cmdOpen.enabled = controls.cmdOutput.enabled = true;
   std::error_code error;
   controls.mnuCSV.enabled = fs::exists(job.output(".csv"), error);
   controls.mnuALL.enabled = fs::exists(job.output(".all"), error);

@@ -22,7 +22,7 @@ struct ZlogControls {
   std::array<Control, 3> Option2;  // the time conversion
   std::array<Control, 4> Combo;    // "1" or "2", the remarks for: comment, TX#, age, IOTA
   Control Text7;                   // the sent number
-  Control cmdOpen, cmdConvert;
+  Control cmdOpen, cmdConvert, cmdOutput;
   Control lblInFile, lblOutFile, lblIn, lblInfo, lblMsg, lblNotes;
   Control mnuCSV, mnuALL, mnuBack;
 };
@@ -42,6 +42,7 @@ void for_each_zlog_control(Controls& c, Visit visit) {
   visit("Text7", c.Text7);
   visit("cmdOpen", c.cmdOpen);
   visit("cmdConvert", c.cmdConvert);
+  visit("cmdOutput", c.cmdOutput);
   visit("lblInFile", c.lblInFile);
   visit("lblOutFile", c.lblOutFile);
   visit("lblIn", c.lblIn);
@@ -64,6 +65,7 @@ class ZlogWindow {
 
   void open();
   void open_file(const std::filesystem::path& file);
+  void choose_output();
   void convert();
   void edit_csv();
   void edit_all();
@@ -82,6 +84,8 @@ class ZlogWindow {
  private:
   void set(std::string_view control, std::string_view value);  // what the control shows
   void edit(std::string_view extension);
+  void show_base(const std::filesystem::path& base);
+  bool choose_base();  // false: the user does not
   void tell(const std::string& text);
 
   MainWindow& main_;

@@ -189,7 +189,9 @@ std::filesystem::path AdifToZlogJob::output(std::string_view extension) const {
 }
 
 std::vector<std::filesystem::path> AdifToZlogJob::outputs() const {
-  return {output(".all"), output(".zlo"), output(".csv")};
+  std::vector<std::filesystem::path> all;
+  for (const std::string_view ending : kEndings) all.push_back(output(ending));
+  return all;
 }
 
 ConversionReport run_adif_to_zlog(const AdifToZlogJob& job, const ConversionTables& tables,

@@ -1,7 +1,9 @@
 // The run from ADIF (N1MM) to zLog's two logs and Hamlog's CSV, in one pass.
 #pragma once
 
+#include <array>
 #include <filesystem>
+#include <string_view>
 #include <vector>
 
 #include "convert/reference_tables.h"
@@ -33,7 +35,8 @@ struct AdifToZlogJob {
   std::filesystem::path base;   // of the outputs' names: BASE.all, BASE.zlo, BASE.csv
   AdifToZlogOptions options;
 
-  std::filesystem::path output(std::string_view extension) const;  // ".all", ".zlo", ".csv"
+  static constexpr std::array<std::string_view, 3> kEndings = {".all", ".zlo", ".csv"};
+  std::filesystem::path output(std::string_view extension) const;  // one of kEndings
   std::vector<std::filesystem::path> outputs() const;              // all three
 };
 

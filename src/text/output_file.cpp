@@ -126,18 +126,19 @@ void replace_file(const fs::path& path, std::string_view bytes, const KeepRule& 
   file.flush();
   file.reach_disk();
   file.close();
-  std::error_code error;
-  const fs::file_status before = fs::status(real, error);
-  if (fs::exists(before)) fs::permissions(beside.path(), before.permissions(), error);
-  fs::path backup;
-  if (is_kept(real, rule)) backup = move_aside(real, rule);
-  try {
+  if (!is_kept(real, rule)) {
     beside.replace(real);
+    return;
+  }
+  const fs::path backup = move_aside(real, rule);
+  try {
+    beside.replace(real, backup);
   } catch (const FileError&) {
-    if (!backup.empty()) fs::rename(backup, real, error);
+    std::error_code error;
+    fs::rename(backup, real, error);
     throw;
   }
-  if (!backup.empty() && rule.told) rule.told(real, backup);
+  if (rule.told) rule.told(real, backup);
 }
 
 void replace_text_file(const fs::path& path, std::string_view utf8, const KeepRule& rule) {

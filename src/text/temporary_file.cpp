@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "text/error.h"
+#include "text/file_identity.h"
 #include "text/open_file.h"
 
 namespace tobarine {
@@ -26,9 +27,13 @@ TemporaryFile::TemporaryFile(const std::vector<std::filesystem::path>& folders,
   throw FileError(path_, "一時ファイルを作れません: " + system_reason(error));
 }
 
-void TemporaryFile::replace(const std::filesystem::path& file) {
+void TemporaryFile::replace(const std::filesystem::path& file, const std::filesystem::path& like) {
   std::error_code error;
-  std::filesystem::rename(path_, file, error);
+  const std::filesystem::file_status before = std::filesystem::status(like, error);
+  if (std::filesystem::exists(before)) {
+    std::filesystem::permissions(path_, before.permissions(), error);
+  }
+  std::filesystem::rename(path_, real_file(file), error);
   if (error) throw FileError(file, "置き換えられません: " + system_reason(error.value()));
 }
 

@@ -321,6 +321,7 @@ TEST_F(MainWindowTest, ConvertsEveryKind) {
 TEST_F(MainWindowTest, TheFifteenthColumnOutlivesARun) {
   open("mnuOpen_adi", sample("n1mm.adi"));
   const auto last_column = [&] {
+    fs::remove(folder_ / "n1mm.csv");
     window_->command("cmdL2H");
     const std::string csv = TestFolder::bytes_of(folder_ / "n1mm.csv");
     return csv.substr(csv.size() - 5);
@@ -330,6 +331,70 @@ TEST_F(MainWindowTest, TheFifteenthColumnOutlivesARun) {
   EXPECT_EQ(last_column(), "\"0\"\r\n");
   window_->select_option1(0);
   EXPECT_EQ(last_column(), "\"0\"\r\n");
+}
+
+TEST_F(MainWindowTest, AFileOfTheUsersIsReplacedOnlyWhenHeSaysSo) {
+  const auto names = [this] {
+    std::vector<std::string> all;
+    for (const auto& entry : fs::directory_iterator(folder_.path())) {
+      if (entry.is_regular_file()) all.push_back(path_text(entry.path().filename()));
+    }
+    std::ranges::sort(all);
+    return all;
+  };
+  using Names = std::vector<std::string>;
+  const fs::path own = folder_.text("n1mm.csv", "the user's");
+  open("mnuOpen_adi", sample("n1mm.adi"));
+  window_->command("cmdL2H");  // he leaves it
+  ASSERT_EQ(shell_.choices.size(), 1U);
+  EXPECT_TRUE(contains(shell_.choices[0].text, own.string()));
+  EXPECT_EQ(shell_.choices[0].answers, (Names{"置き換える", "別の名前…"}));
+  EXPECT_EQ(names(), (Names{"n1mm.adi", "n1mm.csv"}));
+  shell_.answers = {1};  // another name, and then none
+  window_->command("cmdL2H");
+  EXPECT_EQ(shell_.suggested.back(), own);
+  shell_.answers = {1};
+  shell_.files = {folder_ / "other"};
+  window_->command("cmdL2H");
+  EXPECT_TRUE(see().lblOutFile.text.ends_with("other.csv"));
+  EXPECT_EQ(see().lblInfo.text, "変換数: 8 件");
+  EXPECT_EQ(names(), (Names{"n1mm.adi", "n1mm.csv", "other.csv"}));
+  shell_.answers = {1, 0};  // the other name is taken, too
+  shell_.files = {own};
+  window_->command("cmdL2H");
+  EXPECT_EQ(names(), (Names{"n1mm.adi", "n1mm.csv", "n1mm.csv.20260101-000000.bak", "other.csv"}));
+  EXPECT_EQ(TestFolder::bytes_of(folder_ / "n1mm.csv.20260101-000000.bak"), "the user's");
+  EXPECT_TRUE(contains(see().lblNotes.text, "n1mm.csv -> n1mm.csv.20260101-000000.bak"));
+  const std::size_t asked = shell_.choices.size();
+  open("mnuOpen_csv", sample("hamlog.csv"));
+  for (const char* command : {"cmdH2L", "cmdeqsl", "cmdH2L"}) window_->command(command);
+  EXPECT_EQ(shell_.choices.size(), asked);  // an ADIF of our own is replaced
+}
+
+TEST_F(MainWindowTest, TheOutputCanBeChosenUntilAnotherLogIsOpened) {
+  EXPECT_FALSE(see().cmdOutput.enabled);
+  const fs::path log = sample("hamlog.csv");
+  const fs::path dotted = folder_ / "2024.05.csv";
+  fs::copy(log, dotted);
+  window_->open_file(dotted);
+  EXPECT_TRUE(see().cmdOutput.enabled);
+  EXPECT_TRUE(contains(see().lblNotes.text, "2024.adi") &&
+              contains(see().lblNotes.text, "「出力先…」"));
+  shell_.files = {dotted};
+  window_->command("cmdOutput");  // the input itself
+  EXPECT_TRUE(contains(shell_.messages.back().text, "同じファイル"));
+  shell_.files = {folder_ / "mine.adi"};
+  window_->command("cmdOutput");
+  EXPECT_EQ(shell_.suggested.back(), folder_ / "2024.adi");
+  EXPECT_EQ(see().lblOutFile.text, (folder_ / "mine.adi").string());
+  EXPECT_EQ(see().lblNotes.text, "");
+  window_->command("cmdH2L");
+  EXPECT_TRUE(fs::exists(folder_ / "mine.adi") && !fs::exists(folder_ / "2024.adi"));
+  window_->open_file(log);
+  EXPECT_EQ(see().lblOutFile.text, (folder_ / "hamlog.adi").string());
+  window_->open_file(dotted);
+  window_->command("cmdH2L");
+  EXPECT_TRUE(contains(see().lblNotes.text, "出力の名前: "));
 }
 
 TEST_F(MainWindowTest, ConversionsThatCannotBeChosenDoNothing) {
@@ -352,6 +417,7 @@ TEST_F(MainWindowTest, ARunThatFailsLeavesTheWindowUsable) {
   fs::create_directory(folder_ / "a.adi");
   window_->command("cmdeqsl");
   EXPECT_EQ(shell_.messages.size(), 2U);
+  EXPECT_EQ(see().lblMsg.text, "途中で止まりました");
   EXPECT_EQ(can_convert(), "H");
   EXPECT_FALSE(window_->running());
 }

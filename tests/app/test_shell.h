@@ -12,6 +12,11 @@ namespace tobarine {
 
 class TestShell : public Shell {
  public:
+  std::optional<std::filesystem::path> choose_output(
+      const FileQuestion& question, const std::filesystem::path& suggested_file) override {
+    suggested.push_back(suggested_file);
+    return choose_file(question);
+  }
   std::optional<std::filesystem::path> choose_file(const FileQuestion& question) override {
     asked.push_back(question);
     if (files.empty()) return std::nullopt;
@@ -51,7 +56,7 @@ class TestShell : public Shell {
   std::deque<std::size_t> answers;  // that the user will give; none: cancels
   std::vector<Choice> choices;
   std::vector<MessageBox> messages;  // "!" in front of the title: critical
-  std::vector<std::filesystem::path> viewed, edited;
+  std::vector<std::filesystem::path> viewed, edited, suggested;
   std::vector<std::function<Finish()>> background;
   int mirrored = 0, kept_going = 0, stop_after = 1 << 30, reports = 0, zlog_windows = 0, quits = 0;
 };

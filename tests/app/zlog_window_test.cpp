@@ -58,6 +58,7 @@ TEST_F(ZlogWindowTest, ShowsTheTimeThatItWrites) {
   window_.select_option2(1);
   window_.open_file(folder_ / "n1mm.adi");
   const auto shown_and_written = [&] {
+    shell_.answers = {0};  // replace what the last run wrote
     window_.convert();
     for (std::size_t i = 0; i < 3; ++i) {
       const Control& option = window_.controls.Option2[i];
@@ -103,6 +104,27 @@ TEST_F(ZlogWindowTest, ConvertsAndOpensTheOutputsInTheEditor) {
   EXPECT_EQ(shell_.edited[2].filename(), "n1mm.all");
 }
 
+TEST_F(ZlogWindowTest, FilesOfTheUsersAreReplacedOnlyWhenHeSaysSo) {
+  const fs::path own = folder_.text("n1mm.all", "the user's");
+  window_.choose_output();  // nothing is open
+  window_.open_file(folder_ / "n1mm.adi");
+  window_.convert();
+  ASSERT_EQ(shell_.choices.size(), 1U);
+  EXPECT_TRUE(contains(shell_.choices[0].text, own.string()));
+  EXPECT_FALSE(contains(shell_.choices[0].text, "n1mm.zlo"));
+  shell_.answers = {1};
+  shell_.files = {folder_ / "x" += ".ZLO"};
+  window_.convert();
+  EXPECT_EQ(shell_.suggested, std::vector<fs::path>{own});
+  for (const char* name : {"x.all", "x.zlo", "x.csv"}) EXPECT_TRUE(fs::exists(folder_ / name));
+  shell_.files = {folder_ / "n1mm"};
+  window_.choose_output();
+  shell_.answers = {0};
+  window_.convert();
+  EXPECT_EQ(TestFolder::bytes_of(folder_ / "n1mm.all.20260101-000000.bak"), "the user's");
+  EXPECT_TRUE(contains(window_.controls.lblNotes.text, "n1mm.all -> "));
+}
+
 TEST_F(ZlogWindowTest, FailuresLeaveTheWindowUsable) {
   window_.open_file(folder_.text("x.adi", "nothing"));
   EXPECT_EQ(shell_.messages.size(), 1U);
@@ -111,7 +133,8 @@ TEST_F(ZlogWindowTest, FailuresLeaveTheWindowUsable) {
   fs::create_directory(folder_ / "n1mm.zlo");
   window_.convert();
   EXPECT_EQ(shell_.messages.size(), 2U);
-  EXPECT_TRUE(window_.controls.cmdConvert.enabled);
+  EXPECT_EQ(window_.controls.lblMsg.text, "途中で止まりました");
+  EXPECT_TRUE(window_.controls.cmdConvert.enabled && window_.controls.cmdOutput.enabled);
   EXPECT_FALSE(main_.running());
 }
 

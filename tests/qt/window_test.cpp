@@ -38,6 +38,10 @@ class ScriptedShell : public QtShell {
   std::optional<fs::path> choose_file(const FileQuestion& /*question*/) override {
     return std::exchange(chosen, std::nullopt);
   }
+  std::optional<fs::path> choose_output(const FileQuestion& question,
+                                        const fs::path& /*suggested*/) override {
+    return choose_file(question);
+  }
   void show_message(Icon /*icon*/, const MessageBox& message) override {
     messages.push_back(message.text);
   }
@@ -244,6 +248,19 @@ TEST_F(WindowTest, AQuestionIsAnsweredByAButtonOrLeftByEscape) {
   EXPECT_EQ(ask_and([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }), std::nullopt);
 }
 
+TEST_F(WindowTest, TheOutputIsChosenBesideItsName) {
+  auto* const choose = find<QPushButton>("cmdOutput");
+  EXPECT_FALSE(choose->isEnabled());
+  commands_->open_file(sample("hamlog.csv"));
+  shell_->chosen = folder_ / "other.adi";
+  choose->click();
+  EXPECT_TRUE(find<QLabel>("lblOutFile")->text().endsWith("other.adi"));
+  EXPECT_EQ(choose->mapTo(&shell_->view(), QPoint()).y() / 10,
+            find<QLabel>("lblOutFile")->mapTo(&shell_->view(), QPoint()).y() / 10);
+  find<QPushButton>("cmdH2L")->click();
+  EXPECT_TRUE(fs::exists(folder_ / "other.adi") && !fs::exists(folder_ / "hamlog.adi"));
+}
+
 TEST_F(WindowTest, EscapeStopsALongRun) {
   std::string log;
   for (int i = 0; i < 400000; ++i) log += "JA1ABC,24/05/01,12:00U,59,59,7,CW,1001,,J  ,,,,,0\n";
@@ -422,7 +439,10 @@ TEST_F(WindowTest, TheZlogWindowConvertsAndEdits) {
   click("Option2_1");
   shell_->chosen = sample("n1mm.adi");
   click("cmdOpen");
+  shell_->chosen = folder_ / "n1mm.all";
+  click("cmdOutput");
   click("cmdConvert");
+  EXPECT_FALSE(shell_->chosen);
   EXPECT_EQ(zlog->findChild<QLabel*>("lblInfo")->text(), "変換数: 8 件");
   EXPECT_TRUE(fs::exists(folder_ / "n1mm.zlo"));
   EXPECT_TRUE(zlog->findChild<QPlainTextEdit*>("lblNotes")->toPlainText().contains(".zlo は JST"));

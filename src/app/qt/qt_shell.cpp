@@ -23,6 +23,22 @@ QString qstring(const std::string& text) {
   return QString::fromStdString(text);
 }
 
+QString file_filter(const FileQuestion& question) {
+  QStringList patterns;
+  for (const std::string& pattern : question.patterns) {
+    patterns << qstring(pattern);
+    if (qstring(pattern).toUpper() != qstring(pattern)) patterns << qstring(pattern).toUpper();
+  }
+  // The description may hold parentheses of its own; the patterns are what stands in the last ones.
+  return qstring(question.description).replace('(', "（").replace(')', "）") + " (" +
+         patterns.join(' ') + ");;すべてのファイル (*)";
+}
+
+std::optional<std::filesystem::path> chosen_path(const QString& chosen) {
+  if (chosen.isEmpty()) return std::nullopt;
+  return std::filesystem::path(chosen.toStdU16String());
+}
+
 // A text too long for a message box.
 void show_long_text(const QString& title, const QString& text) {
   QDialog dialog(QApplication::activeWindow());
@@ -78,22 +94,21 @@ void QtShell::show(MainWindow& commands) {
 }
 
 std::optional<std::filesystem::path> QtShell::choose_file(const FileQuestion& question) {
-  QStringList patterns;
-  for (const std::string& pattern : question.patterns) {
-    patterns << qstring(pattern);
-    if (qstring(pattern).toUpper() != qstring(pattern)) patterns << qstring(pattern).toUpper();
-  }
-  // The description may hold parentheses of its own; the patterns are what stands in the last ones.
-  const QString filter = qstring(question.description).replace('(', "（").replace(')', "）") +
-                         " (" + patterns.join(' ') + ");;すべてのファイル (*)";
   const QString folder =
       commands_->input().empty()
           ? QString()
           : QString::fromStdU16String(commands_->input().parent_path().u16string());
-  const QString chosen = QFileDialog::getOpenFileName(QApplication::activeWindow(),
-                                                      qstring(question.title), folder, filter);
-  if (chosen.isEmpty()) return std::nullopt;
-  return std::filesystem::path(chosen.toStdU16String());
+  return chosen_path(QFileDialog::getOpenFileName(
+      QApplication::activeWindow(), qstring(question.title), folder, file_filter(question)));
+}
+
+std::optional<std::filesystem::path> QtShell::choose_output(
+    const FileQuestion& question, const std::filesystem::path& suggested) {
+  // What becomes of a file that is there is asked when it is to be written.
+  return chosen_path(QFileDialog::getSaveFileName(
+      QApplication::activeWindow(), qstring(question.title),
+      QString::fromStdU16String(suggested.u16string()), file_filter(question), nullptr,
+      QFileDialog::DontConfirmOverwrite));
 }
 
 std::optional<std::size_t> QtShell::ask(const Choice& choice) {

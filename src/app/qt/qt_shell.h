@@ -27,6 +27,8 @@ class QtShell : public Shell {
   ZlogView* zlog_view() { return zlog_view_.get(); }
 
   std::optional<std::filesystem::path> choose_file(const FileQuestion& question) override;
+  std::optional<std::filesystem::path> choose_output(
+      const FileQuestion& question, const std::filesystem::path& suggested) override;
   std::optional<std::size_t> ask(const Choice& choice) override;
   void show_message(Icon icon, const MessageBox& message) override;
   std::tm now() override;

@@ -122,16 +122,17 @@ void ZlogView::build() {
   const auto add_file = [&](int row, const char* caption, const char* file, const char* count) {
     files->addWidget(new QLabel(caption), row, 0);
     files->addWidget(add<PathLabel>(file), row, 1);
-    files->addWidget(add<QLabel>(count), row, 2);
+    files->addWidget(add<QLabel>(count), row, 3);
   };
   add_file(0, "入力:", "lblInFile", "lblIn");
   add_file(1, "出力:", "lblOutFile", "lblInfo");
+  files->addWidget(add<QPushButton>("cmdOutput"), 1, 2);
   files->setColumnStretch(1, 1);
   progress_->setObjectName("ProgressBar1");
   progress_->setRange(0, 1000);
   progress_->setTextVisible(false);
   progress_->setFixedHeight(10);
-  files->addWidget(progress_, 2, 0, 1, 3);
+  files->addWidget(progress_, 2, 0, 1, 4);
   auto* const buttons = new QHBoxLayout;
   for (const char* name : {"cmdOpen", "cmdConvert"}) {
     auto* const button = add<QPushButton>(name);
@@ -168,6 +169,7 @@ void ZlogView::connect_options() {
   };
   on_click("cmdOpen", [this] { commands_.open(); });
   on_click("cmdConvert", [this] { commands_.convert(); });
+  on_click("cmdOutput", [this] { commands_.choose_output(); });
   for (const std::size_t i : kZlogChecks) {
     on_click(QString("Check%1").arg(i), [this, i](bool checked) { commands_.check(i, checked); });
   }
