@@ -31,18 +31,20 @@ void read_hamlog(ContactReader& reader) {
 void hamlog_lines(std::string_view bytes) {
   const auto file = scratch_file("log.csv", bytes);
   try {
-    refuse_old_layout(file);
-    HamlogLineReader reader(file);
+    HamlogLineReader reader(file, check_hamlog_csv(file).utf8);
     read_hamlog(reader);
   } catch (const Error&) {
   }
 }
 
 void hamlog_rows(std::string_view bytes) {
-  try {
-    HamlogRowReader reader(scratch_file("log.csv", bytes));
-    read_hamlog(reader);
-  } catch (const Error&) {
+  const auto file = scratch_file("log.csv", bytes);
+  for (const bool utf8 : {false, true}) {
+    try {
+      HamlogRowReader reader(file, utf8);
+      read_hamlog(reader);
+    } catch (const Error&) {
+    }
   }
 }
 

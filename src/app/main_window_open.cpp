@@ -129,14 +129,15 @@ void MainWindow::set_files(const fs::path& input, LogKind kind, std::string_view
 
 void MainWindow::open_hamlog_csv(const fs::path& file) {
   set_files(file, LogKind::kHamlogCsv, "adi");
-  if (hamlog_layout(file) == HamlogLayout::kOld) {
-    controls.lblConv.text = "ﾌｧｲﾙ形式が [ 旧 ] なので不適切です。";
+  const std::string_view problem = layout_problem(look_at_hamlog_csv(file).layout);
+  if (!problem.empty()) {
+    controls.lblConv.text = problem;
     controls.lblConv.colour = Colour::kLightRed;
     return;
   }
   controls.lblConv.text = "Hamlog v5.00以降で作成した 新ＣＳＶ 形式ﾌｧｲﾙから";
   controls.lblConv.text += kToAdif;
-  show_input_count(count_lines(file));
+  show_input_count(count_hamlog_lines(file));
   controls.frameFullWidth.text = " Rmks に全角が含まれていても Comment に転記する ";
   enable_by_kind();
 }

@@ -92,9 +92,9 @@ JccRenewal renew_jcc_master(const fs::path& lists_folder, const fs::path& output
 }
 
 CodesLearned learn_codes(const fs::path& log, const CallAnalysis& calls, const fs::path& target) {
-  refuse_old_layout(log);
+  const HamlogCsvInfo info = check_hamlog_csv(log);
   CodeLearner learner(calls);
-  HamlogLineReader reader(log);
+  HamlogLineReader reader(log, info.utf8);
   QsoRecord record;
   FindingLog findings;
   while (reader.next(record, findings)) learner.add(record.call, record.code, record.qso_date);

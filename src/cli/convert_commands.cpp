@@ -195,9 +195,8 @@ int show_info(Session& session) {
   if (!kind) throw FileError(input, "ファイルの種類が分かりません");
   LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}, {}, {}};
   if (*kind == LogKind::kHamlogCsv) {
-    const HamlogLayout layout = hamlog_layout(input);
-    info.layout = layout == HamlogLayout::kOld ? "旧" : layout == HamlogLayout::kNew ? "新" : "空";
-    info.contacts = count_lines(input);
+    info.layout = layout_name(look_at_hamlog_csv(input).layout);
+    info.contacts = count_hamlog_lines(input);
   }
   if (*kind == LogKind::kAdif) {
     const AdifFileInfo adif = scan_adif(input);

@@ -25,9 +25,11 @@ std::unique_ptr<ContactReader> open_hamlog(const H2lJob& job, AdifTarget target,
     report.in_records = true;
     return std::make_unique<HdbReader>(job.input, *job.library);
   }
-  refuse_old_layout(job.input);
-  if (target == AdifTarget::kEqsl) return std::make_unique<HamlogRowReader>(job.input);
-  return std::make_unique<HamlogLineReader>(job.input);
+  const HamlogCsvInfo info = check_hamlog_csv(job.input);
+  if (info.utf8) report.findings.add(FindingKind::kReadAsUtf8, 0, "", "");
+  if (info.maybe_utf8) report.findings.add(FindingKind::kMaybeUtf8, 0, "", "");
+  if (target == AdifTarget::kEqsl) return std::make_unique<HamlogRowReader>(job.input, info.utf8);
+  return std::make_unique<HamlogLineReader>(job.input, info.utf8);
 }
 
 // Writes the intermediate file, the first half of the work, and counts the log's contacts.
@@ -62,9 +64,11 @@ void convert_all(ContactReader& reader, H2lRules& rules, AdifWriter& writer,
     const ContactReader::Done done = reader.done();
     context.tell(++read, done.part, done.whole);
     if (!rules.apply(contact, reader.line(), report.findings)) continue;
-    if (const std::size_t lacking = writer.write(contact); lacking > 0) {
+    const AdifWriter::Written written = writer.write(contact);
+    report_line_ends(written.line_ends, reader.line(), contact.record.call, report.findings);
+    if (written.lacking > 0) {
       report.findings.add(FindingKind::kNotEncodable, reader.line(), contact.record.call,
-                          std::to_string(lacking) + " 文字");
+                          std::to_string(written.lacking) + " 文字");
     }
   }
 }
@@ -89,7 +93,7 @@ ConversionReport run(const H2lJob& job, AdifTarget target, const ConversionTable
     const RunContext rest = from_zlog ? context.part(0.5, 1) : context;
     convert_all(*reader, rules, writer, rest, read, report);
   });
-  if (!from_zlog) report.read = read;
+  if (!from_zlog) report.read = read + report.findings.count(FindingKind::kInsideQuotes);
   do_part(report, [&] { output->close(); });
   report.written = std::max<std::size_t>(output->records(), 1) - 1;  // the header is one, too
   return report;

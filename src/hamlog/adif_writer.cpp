@@ -1,5 +1,6 @@
 #include "hamlog/adif_writer.h"
 
+#include <array>
 #include <charconv>
 #include <string>
 
@@ -13,24 +14,6 @@ namespace tobarine {
 namespace {
 
 constexpr std::string_view kHeaderStart = "<ADIF_VER:5>2.1.8\r\nADIF Export from Tobarine Version ";
-
-// More than all tag names, lengths and blanks of a record take together.
-constexpr std::size_t kTagsOfRecord = 512;
-
-// No field takes more bytes in the file than it has here.
-std::size_t most_bytes(const QsoRecord& r) {
-  return kTagsOfRecord + r.call.size() + r.qso_date.size() + r.time_on.size() + r.adif_mode.size() +
-         r.band.size() + r.freq.size() + r.his_rst.size() + r.my_rst.size() + r.jcc.size() +
-         r.jcg.size() + r.qth.size() + r.qsl_via.size() + r.iota.size() + r.comment.size() +
-         r.name.size() + r.grid.size();
-}
-
-// The first Size bytes and the last.
-template <std::size_t Size>
-void copy_ends(std::string_view value, char* out) {
-  std::memcpy(out, value.data(), Size);
-  std::memcpy(out + value.size() - Size, value.data() + value.size() - Size, Size);
-}
 
 }  // namespace
 
@@ -47,57 +30,27 @@ void AdifWriter::write_header() {
   file_.end_record();
 }
 
-// Values are short; two overlapping copies of a fixed size are faster than one of a variable size.
-void AdifWriter::put_value(std::string_view value) {
-  const std::size_t n = value.size();
-  if (n > 16) {
-    std::memcpy(out_, value.data(), n);
-  } else if (n >= 8) {
-    copy_ends<8>(value, out_);
-  } else if (n >= 4) {
-    copy_ends<4>(value, out_);
-  } else if (n >= 2) {
-    copy_ends<2>(value, out_);
-  } else if (n == 1) {
-    *out_ = value[0];
-  }
-  out_ += n;
-}
-
-void AdifWriter::put_encoded(std::string_view value) {
-  if (is_ascii(value)) {
-    put_value(value);
-  } else {
-    lacking_ += encode_cp932(value, out_);
-  }
-}
-
-void AdifWriter::tag_value(std::string_view value) {
-  if (!is_ascii(value)) {
+void AdifWriter::put_length_and_value(std::string_view value, std::string_view type) {
+  if (!is_plain(value)) {
     encoded_.clear();
-    lacking_ += encode_cp932(value, encoded_);
+    written_.lacking += encode_cp932(value, encoded_);
+    written_.line_ends += blank_line_ends(encoded_);
     value = encoded_;
   }
-  if (value.size() < 10) {
-    *out_++ = static_cast<char>('0' + value.size());
-  } else {
-    constexpr std::size_t kLongestLength = 20;
-    out_ = std::to_chars(out_, out_ + kLongestLength, value.size()).ptr;
-  }
-  *out_++ = '>';
-  put_value(value);
+  std::array<char, 20> length;
+  char* const end = std::to_chars(length.data(), length.data() + length.size(), value.size()).ptr;
+  text_.append(length.data(), end).append(type).append(value);
 }
 
 // The tags that both outputs begin with. The blanks inside are part of the form.
 void AdifWriter::common_tags(const AdifContact& contact) {
   const QsoRecord& r = contact.record;
   tag("<CALL:", r.call);
-  put(" <QSO_DATE:8:d>");
-  put_encoded(r.qso_date);
-  put(" <TIME_ON:4>");
+  put(" <QSO_DATE:");
+  put_length_and_value(r.qso_date, ":d>");
   std::string digits = r.time_on;  // short: no allocation
   if (contains(digits, ":")) replace_all(digits, ":", "");
-  put_encoded(left_chars(digits, 4));
+  tag(" <TIME_ON:", left_chars(digits, 4));
   tag(" <MODE:", r.adif_mode);
   tag(" <BAND:", r.band);
   if (!contact.band_only) tag(" <FREQ:", r.freq);
@@ -116,7 +69,7 @@ void AdifWriter::common_tags(const AdifContact& contact) {
 void AdifWriter::put_state(std::string_view state) {
   if (state.empty()) return;
   put(" <STATE:2>");
-  put_value(state);
+  put(state);
 }
 
 void AdifWriter::logger32_lines(const AdifContact& contact) {
@@ -132,15 +85,15 @@ void AdifWriter::logger32_lines(const AdifContact& contact) {
     put(" ");
   }
   put("<QSL_SENT:1>");
-  put_value(r.qsl_sent);
+  put(r.qsl_sent);
   put(" <QSL_RCVD:1>");
-  put_value(r.qsl_rcvd);
+  put(r.qsl_rcvd);
   if (!r.dxcc.empty() && std::string_view(r.dxcc) != "0") tag(" <DXCC:", r.dxcc);
   if (!r.iota.empty()) tag(" <IOTA:", r.iota);
   // No blank before this tag: it has always followed the value before it directly.
   if (!r.comment.empty()) tag("<COMMENT:", r.comment);
   if (contact.name_written) tag(" <NAME:", r.name);
-  if (!is_blank(r.grid)) tag(" <GRIDSQUARE:", r.grid);
+  if (const std::string_view grid = trim(r.grid); !grid.empty()) tag(" <GRIDSQUARE:", grid);
   put(" <EOR>\r\n\r\n");
 }
 
@@ -152,19 +105,16 @@ void AdifWriter::eqsl_line(const AdifContact& contact) {
   put(" <EOR>\r\n");
 }
 
-std::size_t AdifWriter::write(const AdifContact& contact) {
-  lacking_ = 0;
-  if (const std::size_t most = most_bytes(contact.record); text_.size() < most) text_.resize(most);
-  out_ = text_.data();
+AdifWriter::Written AdifWriter::write(const AdifContact& contact) {
+  written_ = {};
   common_tags(contact);
   if (target_ == AdifTarget::kLogger32) {
     logger32_lines(contact);
   } else {
     eqsl_line(contact);
   }
-  file_.buffer().append(text_.data(), out_);
   file_.end_record();
-  return lacking_;
+  return written_;
 }
 
 }  // namespace tobarine

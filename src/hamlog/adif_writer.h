@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -19,42 +18,37 @@ class AdifWriter {
  public:
   // The file stays the caller's, who closes it.
   AdifWriter(OutputFile& file, AdifTarget target, bool write_qth)
-      : file_(file), target_(target), write_qth_(write_qth) {}
+      : file_(file), text_(file.buffer()), target_(target), write_qth_(write_qth) {}
 
   void write_header();
 
-  // Writes one contact; returns the number of characters that CP932 lacks (written as "?").
-  std::size_t write(const AdifContact& contact);
+  // What could not be written as it is.
+  struct Written {
+    std::size_t lacking = 0;    // characters that CP932 lacks, written as "?"
+    std::size_t line_ends = 0;  // CR and LF in values, written as blanks
+  };
+  Written write(const AdifContact& contact);
 
  private:
-  // A fixed text; its length is known when the program is compiled.
-  template <std::size_t N>
-  void put(const char (&text)[N]) {
-    std::memcpy(out_, text, N - 1);
-    out_ += N - 1;
-  }
-  void put_value(std::string_view value);
-  void put_encoded(std::string_view value);
+  void put(std::string_view text) { text_.append(text); }
   void put_state(std::string_view state);
 
   // The opening as far as the ":", then the value's length, ">" and the value.
-  template <std::size_t N>
-  void tag(const char (&opening)[N], std::string_view value) {
+  void tag(std::string_view opening, std::string_view value) {
     put(opening);
-    tag_value(value);
+    put_length_and_value(value, ">");
   }
-  void tag_value(std::string_view value);
+  void put_length_and_value(std::string_view value, std::string_view type);
 
   void common_tags(const AdifContact& contact);
   void logger32_lines(const AdifContact& contact);
   void eqsl_line(const AdifContact& contact);
 
   OutputFile& file_;
+  std::string& text_;  // the file's buffer
   AdifTarget target_;
   bool write_qth_;
-  std::size_t lacking_ = 0;
-  std::string text_;     // of the record being written, and room behind it
-  char* out_ = nullptr;  // where it goes on
+  Written written_;
   std::string encoded_;
 };
 

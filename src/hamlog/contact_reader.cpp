@@ -13,6 +13,10 @@ constexpr double kLastYearOf2000s = 30;
 
 // yy/mm/dd to yyyymmdd, by position, whatever the characters are.
 void derive_date(std::string_view date, std::string& result) {
+  if (is_blank(date)) {
+    result.clear();
+    return;
+  }
   if (date.size() == 8 && is_ascii(date)) {  // nearly all
     result = {'2', '0', date[0], date[1], date[3], date[4], date[6], date[7]};
   } else {

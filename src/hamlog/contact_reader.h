@@ -36,9 +36,9 @@ class ContactReader {
 
 // Fills the source fields of the record from Hamlog's first fourteen columns (see hamlog_csv.h) and
 // clears all others, and sets the forms that follow directly from a column: `qso_date` (yyyymmdd: a
-// two-digit year up to 30 is 20xx), `time_on` (the first two and last three characters of the time:
-// hhmm and zone letter), `freq` trimmed and `qsl` cut to three characters, with two blanks added
-// first.
+// two-digit year up to 30 is 20xx; empty when there is no date), `time_on` (the first two and last
+// three characters of the time: hhmm and zone letter), `freq` trimmed and `qsl` cut to three
+// characters, with two blanks added first.
 void fill_record(std::span<const std::string_view> columns, QsoRecord& record);
 
 }  // namespace tobarine

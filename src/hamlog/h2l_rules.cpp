@@ -1,10 +1,13 @@
 #include "hamlog/h2l_rules.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "callsign/us_states.h"
 #include "rules/adif_modes.h"
 #include "rules/band.h"
+#include "rules/call_form.h"
 #include "rules/time_shift.h"
 #include "text/cp932.h"
 #include "text/strings.h"
@@ -20,6 +23,17 @@ constexpr std::string_view kJapan = "339";
 
 bool is_japanese_code(std::string_view code) {
   return leading_number(left_chars(code, 3)) <= kJapaneseCodes;
+}
+
+// Remarks are full of these words, which are states, too.
+bool is_everyday_word(std::string_view word) {
+  constexpr std::string_view kWords[] = {"DE", "IN", "ME", "OH", "OK", "OR"};
+  return std::ranges::find(kWords, word) != std::end(kWords);
+}
+
+// "AS-007": a continent and three digits.
+bool is_iota(std::string_view text) {
+  return text.size() == 6 && text[2] == '-' && all_digits(text.substr(3));
 }
 
 // The last reference that stands in the remarks, by continents in this order, remarks 1 first.
@@ -76,12 +90,23 @@ std::string state_behind_keyword(std::string_view text, std::string_view keyword
   return {};
 }
 
-std::string state_as_word(std::string_view text, std::string_view entity_prefix) {
+struct StateWord {
   std::string state;
+  std::string doubtful;  // an everyday word that may be meant as one
+};
+
+// An everyday word is a state only where it stands alone or behind a comma ("Tulsa, OK").
+StateWord state_as_word(std::string_view text, std::string_view entity_prefix) {
+  StateWord found;
+  std::string_view before;
   for_each_piece(text, ' ', [&](std::string_view word) {
-    if (state.empty() && is_state_of(entity_prefix, word)) state = word;
+    if (found.state.empty() && is_state_of(entity_prefix, word)) {
+      const bool sure = !is_everyday_word(word) || word == text || before.ends_with(',');
+      (sure ? found.state : found.doubtful) = word;
+    }
+    before = word;
   });
-  return state;
+  return found;
 }
 
 }  // namespace
@@ -107,14 +132,41 @@ bool H2lRules::apply(AdifContact& contact, std::size_t line, FindingLog& finding
   const std::string_view kept2 = kept(r.rmks2, options_.use_rmks2, options_.keep_full_width_rmks2);
   r.iota = find_iota(kept1, kept2);
   derive_comment(r, kept1, kept2);
-  derive_place(r, kept1, kept2);
+  derive_place(r, kept1, kept2, line, findings);
   derive_codes(r, line, findings);
   derive_band_and_mode(contact, line, findings);
   derive_qsl(r, line, findings);
   derive_time(r, line, findings);
   contact.name_written = options_.write_name && !has_full_width(r.name);
   if (contact.name_written) trim_in_place(r.name);
+  report_doubts(contact, line, findings);
   return true;
+}
+
+void H2lRules::report_doubts(const AdifContact& contact, std::size_t line, FindingLog& findings) {
+  const QsoRecord& r = contact.record;
+  if (const std::string_view oddity = call_oddity(r.call); !oddity.empty()) {
+    findings.add(FindingKind::kOddCall, line, r.call, oddity);
+  }
+  const bool logger32 = target_ == AdifTarget::kLogger32;
+  if (logger32 && !r.iota.empty() && !is_iota(r.iota)) {
+    findings.add(FindingKind::kOddIota, line, r.call, r.iota);
+  }
+  if (!r.qsl_via.empty() && !call_oddity(r.qsl_via).empty()) {
+    findings.add(FindingKind::kOddManager, line, r.call, r.qsl_via);
+  }
+  const auto report_kana = [&](std::string_view tag, const std::string& value) {
+    if (is_ascii(value) || !has_half_width_kana(value)) return;
+    findings.add(FindingKind::kHalfWidthKana, line, r.call, std::string(tag) + " " + value);
+  };
+  report_kana("COMMENT", r.comment);
+  if (logger32 && contact.name_written) report_kana("NAME", r.name);
+  if (r.qso_date.empty() || r.time_on.empty()) return;
+  const std::size_t same =
+      duplicates_.find_or_add(r.call, r.band, r.adif_mode, r.qso_date, r.time_on, line);
+  if (same > 0) {
+    findings.add(FindingKind::kDuplicate, line, r.call, "No." + std::to_string(same) + " と同じ");
+  }
 }
 
 bool H2lRules::is_left_out(const QsoRecord& r, std::size_t line, FindingLog& findings) const {
@@ -143,7 +195,8 @@ void H2lRules::derive_comment(QsoRecord& r, std::string_view kept1, std::string_
   if (contains(r.rmks1, kDxMarker) || contains(r.rmks2, kDxMarker)) comment += kDxMarker;
 }
 
-void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2) {
+void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2,
+                            std::size_t line, FindingLog& findings) {
   if (options_.write_qth) trim_in_place(r.qth);
   const bool qth_wanted = options_.write_qth && r.qth.empty() && target_ == AdifTarget::kLogger32;
   if (!options_.write_state && !qth_wanted) return;
@@ -151,11 +204,13 @@ void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_vi
   const CallPlace place = tables_.calls.find(lookup_call(r.call, marked), r.qso_date);
   if (qth_wanted) r.qth = place.qth();
   if (options_.write_state && has_states(place.prefix())) {
-    r.state = find_state(r, place.prefix());
+    r.state = find_state(r, place.prefix(), line, findings);
   }
 }
 
-std::string H2lRules::find_state(const QsoRecord& r, std::string_view entity_prefix) {
+std::string H2lRules::find_state(const QsoRecord& r, std::string_view entity_prefix,
+                                 std::size_t line, FindingLog& findings) {
+  std::string doubtful;
   const auto search = [&](const std::string& rmks) {
     upper_into(rmks, upper_remarks_);
     collapse_blanks(upper_remarks_);
@@ -165,13 +220,18 @@ std::string H2lRules::find_state(const QsoRecord& r, std::string_view entity_pre
       state = state_behind_keyword(text, state_keyword_, entity_prefix);
     }
     if (state.empty() && options_.state_search != StateSearch::kKeyword) {
-      state = state_as_word(text, entity_prefix);
+      StateWord found = state_as_word(text, entity_prefix);
+      state = std::move(found.state);
+      if (doubtful.empty()) doubtful = std::move(found.doubtful);
     }
     return state;
   };
   std::string state;
   if (options_.state_remarks != StateRemarks::kRmks2) state = search(r.rmks1);
   if (state.empty() && options_.state_remarks != StateRemarks::kRmks1) state = search(r.rmks2);
+  if (state.empty() && !doubtful.empty()) {
+    findings.add(FindingKind::kDoubtfulState, line, r.call, doubtful);
+  }
   return state;
 }
 
@@ -181,6 +241,9 @@ void H2lRules::derive_codes(QsoRecord& r, std::size_t line, FindingLog& findings
     const std::size_t length = char_count(r.code);
     if (length == 4) r.jcc = r.code;
     if (length > 4) r.jcg = r.code;
+    if (length < 4 && all_digits(r.code)) {
+      findings.add(FindingKind::kOddCode, line, r.call, r.code);
+    }
   }
   r.dxcc = tables_.codes.find(r.code);
   if (std::string_view(r.dxcc) != "0") return;
@@ -215,10 +278,16 @@ void H2lRules::derive_band_and_mode(AdifContact& contact, std::size_t line, Find
     findings.add(FindingKind::kNoBand, line, r.call, freq);
   } else if (!band.from_remark && freq.find_first_of("Gg") != std::string_view::npos) {
     findings.add(FindingKind::kGigahertzText, line, r.call, r.freq + " -> " + r.band);
+  } else if (contains(freq, "/")) {
+    findings.add(FindingKind::kTwoFrequencies, line, r.call, r.freq + " -> " + r.band);
   }
   const AdifMode& mode = adif_mode(r.mode);
   r.adif_mode = mode.name;
-  if (!mode.known) findings.add(FindingKind::kUnknownMode, line, r.call, r.mode);
+  if (is_blank(r.mode)) {
+    findings.add(FindingKind::kNoMode, line, r.call, "");
+  } else if (!mode.known) {
+    findings.add(FindingKind::kUnknownMode, line, r.call, r.mode);
+  }
 }
 
 void H2lRules::derive_qsl(QsoRecord& r, std::size_t line, FindingLog& findings) {
@@ -255,7 +324,10 @@ void H2lRules::derive_time(QsoRecord& r, std::size_t line, FindingLog& findings)
   } else if (is_date_and_time(r.qso_date, r.time_on)) {
     return;
   }
-  findings.add(FindingKind::kBadDateOrTime, line, r.call, r.date + " " + r.time);
+  const bool no_such_day =
+      r.qso_date.size() == 8 && all_digits(r.qso_date) && !is_date_and_time(r.qso_date, "0000");
+  findings.add(no_such_day ? FindingKind::kImpossibleDay : FindingKind::kBadDateOrTime, line,
+               r.call, r.date + " " + r.time);
 }
 
 }  // namespace tobarine

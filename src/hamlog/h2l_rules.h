@@ -10,6 +10,7 @@
 #include "callsign/call_analysis.h"
 #include "callsign/hamlog_codes.h"
 #include "rules/conversion_tables.h"
+#include "rules/duplicates.h"
 #include "rules/findings.h"
 #include "rules/qso_record.h"
 
@@ -78,15 +79,19 @@ class H2lRules {
   void derive_codes(QsoRecord& r, std::size_t line, FindingLog& findings) const;
   void derive_qsl(QsoRecord& r, std::size_t line, FindingLog& findings);
   void derive_time(QsoRecord& r, std::size_t line, FindingLog& findings) const;
-  void derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2);
+  void derive_place(QsoRecord& r, std::string_view kept1, std::string_view kept2, std::size_t line,
+                    FindingLog& findings);
   void derive_comment(QsoRecord& r, std::string_view kept1, std::string_view kept2) const;
-  std::string find_state(const QsoRecord& r, std::string_view entity_prefix);
+  std::string find_state(const QsoRecord& r, std::string_view entity_prefix, std::size_t line,
+                         FindingLog& findings);
+  void report_doubts(const AdifContact& contact, std::size_t line, FindingLog& findings);
 
   H2lOptions options_;
   H2lTables tables_;
   AdifTarget target_;
-  std::string state_keyword_;    // trimmed, upper case
-  std::string upper_remarks_;    // scratch
+  std::string state_keyword_;  // trimmed, upper case
+  std::string upper_remarks_;  // scratch
+  Duplicates duplicates_;
   std::vector<AdifMode> modes_;  // the modes met so far: few, and looked for at every contact
 };
 

@@ -34,9 +34,9 @@ WrittenLine write_hamlog_line(const HamlogColumns& columns, std::string& buffer)
     *out++ = '"';
     *out++ = ',';
   }
-  out[-1] = '\r';
-  *out++ = '\n';
-  buffer.resize(static_cast<std::size_t>(out - buffer.data()));
+  buffer.resize(static_cast<std::size_t>(out - 1 - buffer.data()));
+  result.line_ends = blank_line_ends(buffer, before);
+  buffer += "\r\n";
   return result;
 }
 
@@ -46,6 +46,7 @@ void report_written_line(const WrittenLine& written, std::size_t line, std::stri
     findings.add(FindingKind::kQuoteDropped, line, call,
                  std::to_string(written.quotes_dropped) + " 個");
   }
+  report_line_ends(written.line_ends, line, call, findings);
   if (written.lacking > 0) {
     findings.add(FindingKind::kNotEncodable, line, call, std::to_string(written.lacking) + " 文字");
   }

@@ -12,7 +12,8 @@ namespace tobarine {
 // value are left out.
 struct WrittenLine {
   std::size_t quotes_dropped = 0;
-  std::size_t lacking = 0;  // characters that CP932 lacks, written as "?"
+  std::size_t lacking = 0;    // characters that CP932 lacks, written as "?"
+  std::size_t line_ends = 0;  // CR and LF in values, written as blanks
 };
 WrittenLine write_hamlog_line(const HamlogColumns& columns, std::string& buffer);
 

@@ -45,8 +45,7 @@ constexpr KindText kKinds[] = {
     {FindingKind::kCarriedOver, "carried-over", "タグが無く、前の交信の値になった欄"},
     {FindingKind::kOddTagLength, "odd-tag-length", "長さが普通でない TIME_ON、QSO_DATE"},
     {FindingKind::kValueCut, "value-cut", "７文字に切った周波数"},
-    {FindingKind::kQuoteDropped, "quote-dropped",
-     "値の中の引用符 (Hamlog が読めないので取り除いた)"},
+    {FindingKind::kQuoteDropped, "quote-dropped", "値の中の引用符 (取り除いた)"},
     {FindingKind::kUnknownJcc, "unknown-jcc", "JCC_JCG.mas に無い番号 (QTH は空欄)"},
     {FindingKind::kUnknownEntity, "unknown-entity",
      "DXCC エンティティが分からない交信 (Code と QTH は空欄)"},
@@ -89,6 +88,26 @@ constexpr KindText kKinds[] = {
      "州名の転記先が「不特定」なので、二つの Rmks は空欄 (Rmks 1 か 2 を選んで下さい)"},
     {FindingKind::kFileKept, "file-kept", "前からあったファイルは名前を変えて残しました"},
     {FindingKind::kOutputName, "output-name", "出力の名前"},
+    {FindingKind::kNoMode, "no-mode", "モードが空の交信"},
+    {FindingKind::kOddCall, "odd-call", "コールサインになっていないコール (そのまま出力した)"},
+    {FindingKind::kOddCode, "odd-code",
+     "桁の足りない Code (表計算で保存すると先頭の 0 が失われます)"},
+    {FindingKind::kTwoFrequencies, "two-frequencies",
+     "二つ並んだ周波数 (初めの周波数のバンドにした)"},
+    {FindingKind::kOddIota, "odd-iota", "IOTA の番号の形ではない IOTA (そのまま出力した)"},
+    {FindingKind::kDoubtfulState, "doubtful-state",
+     "州名か普通の言葉か分からないので STATE を書かなかった交信"},
+    {FindingKind::kOddManager, "odd-manager",
+     "コールサインになっていない QSL マネージャー (そのまま出力した)"},
+    {FindingKind::kHalfWidthKana, "half-width-kana",
+     "半角カナのある値 (海外のソフトや eQSL.cc では読めません)"},
+    {FindingKind::kDuplicate, "duplicate", "前と同じ交信 (コール、バンド、モード、時刻が同じ)"},
+    {FindingKind::kImpossibleDay, "impossible-day",
+     "暦にない日付 (LoTW の TQSL がこの日付で止まらなくなります。元のログを直して下さい)"},
+    {FindingKind::kLineEndInValue, "line-end-in-value", "値の中の改行 (空白にした)"},
+    {FindingKind::kQuoteSpansLines, "quote-spans-lines",
+     "引用符で囲まれた欄が次の行に続く交信 (余分な引用符を直して下さい)"},
+    {FindingKind::kInsideQuotes, "inside-quotes", "前の行の引用符の中なので出力しなかった交信"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 
@@ -119,6 +138,12 @@ void FindingLog::add(FindingKind kind, std::size_t line, std::string_view call,
     return part;
   };
   kept_.push_back({kind, line, kept(call), kept(text)});
+}
+
+void report_line_ends(std::size_t count, std::size_t line, std::string_view call,
+                      FindingLog& findings) {
+  if (count == 0) return;
+  findings.add(FindingKind::kLineEndInValue, line, call, std::to_string(count) + " 箇所");
 }
 
 }  // namespace tobarine

@@ -57,6 +57,19 @@ enum class FindingKind {
   kRemarksEmptied,
   kFileKept,
   kOutputName,
+  kNoMode,
+  kOddCall,
+  kOddCode,
+  kTwoFrequencies,
+  kOddIota,
+  kDoubtfulState,
+  kOddManager,
+  kHalfWidthKana,
+  kDuplicate,
+  kImpossibleDay,
+  kLineEndInValue,
+  kQuoteSpansLines,
+  kInsideQuotes,
   kCount
 };
 
@@ -87,5 +100,9 @@ class FindingLog {
   std::array<std::size_t, static_cast<std::size_t>(FindingKind::kCount)> counts_{};
   std::vector<Finding> kept_;
 };
+
+// Reports the line ends in a contact's values, each of which was written as a blank.
+void report_line_ends(std::size_t count, std::size_t line, std::string_view call,
+                      FindingLog& findings);
 
 }  // namespace tobarine

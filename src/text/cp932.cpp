@@ -1,5 +1,6 @@
 #include "text/cp932.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <memory>
@@ -207,20 +208,26 @@ std::size_t encode_cp932(std::string_view utf8, char*& out) {
   return lacking;
 }
 
+bool copy_utf8_char(const char*& bytes, const char* end, char*& out) {
+  const Utf8Char c = next_utf8({bytes, static_cast<std::size_t>(end - bytes)});
+  if (c.valid) {
+    out = std::copy_n(bytes, c.size, out);
+  } else {
+    put_utf8(kInvalidByteBase + c.code_point, out);
+  }
+  bytes += c.size;
+  return c.valid;
+}
+
 std::size_t copy_utf8_escaping_invalid(std::string_view bytes, std::string& utf8) {
   std::size_t invalid = 0;
-  while (!bytes.empty()) {
-    const Utf8Char c = next_utf8(bytes);
-    if (c.valid) {
-      utf8.append(bytes, 0, c.size);
-    } else {
-      char escape[4];
-      char* end = escape;
-      put_utf8(kInvalidByteBase + c.code_point, end);
-      utf8.append(escape, end);
-      ++invalid;
-    }
-    bytes.remove_prefix(c.size);
+  const char* at = bytes.data();
+  const char* const end = at + bytes.size();
+  while (at < end) {
+    char copy[4];
+    char* out = copy;
+    if (!copy_utf8_char(at, end, out)) ++invalid;
+    utf8.append(copy, out);
   }
   return invalid;
 }
@@ -254,6 +261,18 @@ bool has_invalid_byte(std::string_view utf8) {
   // How U+10FF80 to U+10FFFF begin, and nothing else that CP932 has.
   return utf8.find("\xF4\x8F\xBE") != std::string_view::npos ||
          utf8.find("\xF4\x8F\xBF") != std::string_view::npos;
+}
+
+bool has_half_width_kana(std::string_view utf8) {
+  constexpr char32_t kFirst = 0xFF61;
+  constexpr char32_t kLast = 0xFF9F;
+  for (;;) {
+    utf8.remove_prefix(ascii_prefix(utf8));
+    if (utf8.empty()) return false;
+    const Utf8Char c = next_utf8(utf8);
+    if (c.code_point >= kFirst && c.code_point <= kLast) return true;
+    utf8.remove_prefix(c.size);
+  }
 }
 
 bool has_full_width(std::string_view utf8) {

@@ -60,6 +60,9 @@ std::size_t encode_cp932(std::string_view utf8, std::string& bytes);
 // The same to `out`, which is advanced and must have room for utf8.size() bytes.
 std::size_t encode_cp932(std::string_view utf8, char*& out);
 
+// Copies the one character at `bytes`, which should be UTF-8, as decode_cp932_char() decodes one.
+bool copy_utf8_char(const char*& bytes, const char* end, char*& out);
+
 // Appends a text that should be UTF-8; malformed bytes are escaped as decode_cp932() does. Returns
 // their number.
 std::size_t copy_utf8_escaping_invalid(std::string_view bytes, std::string& utf8);
@@ -76,6 +79,9 @@ bool has_invalid_byte(std::string_view utf8);
 
 // True when a character of the text takes two bytes in CP932.
 bool has_full_width(std::string_view utf8);
+
+// True when a character of the text is a half-width kana (one byte A1-DF in CP932).
+bool has_half_width_kana(std::string_view utf8);
 
 // The code point of a two-byte character, 0 when the pair is not assigned.
 char32_t cp932_pair_to_unicode(std::uint8_t lead, std::uint8_t trail);

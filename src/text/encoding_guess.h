@@ -21,6 +21,9 @@ class EncodingGuess {
   // It has characters that are valid in both, and is to be read as CP932.
   bool maybe_utf8() const { return !ascii_ && !utf8() && valid_utf8_; }
 
+  // No line to come can change the answer.
+  bool settled() const { return marked_ || !valid_utf8_; }
+
  private:
   bool first_ = true;
   bool marked_ = false;

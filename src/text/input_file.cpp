@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "text/cp932.h"
+#include "text/encoding_guess.h"
 #include "text/error.h"
 
 namespace tobarine {
@@ -65,6 +66,12 @@ bool ByteReader::fill() {
     if (end_ > begin_ && buffer_[end_ - 1] == kEndMark) --end_;
   }
   return got > 0;
+}
+
+void ByteReader::skip_utf8_mark() {
+  while (window().size() < kUtf8Mark.size() && fill()) {
+  }
+  if (window().starts_with(kUtf8Mark)) consume(kUtf8Mark.size());
 }
 
 bool LineReader::next(std::string_view& line) {

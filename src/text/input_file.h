@@ -56,6 +56,9 @@ class ByteReader {
   }
   void count_lines(std::size_t lines) { line_ += lines; }
 
+  // Passes over the UTF-8 mark where the window begins with one. For the start of a file.
+  void skip_utf8_mark();
+
   std::size_t line() const { return line_; }            // lines counted so far
   std::uint64_t consumed() const { return consumed_; }  // bytes
   const InputFile& file() const { return file_; }
@@ -76,6 +79,9 @@ class LineReader {
   // Reading begins at the byte `offset`, where a line begins.
   explicit LineReader(const std::filesystem::path& path, std::uint64_t offset = 0)
       : bytes_(path, offset) {}
+
+  // For the start of a file, before the first line is read.
+  void skip_utf8_mark() { bytes_.skip_utf8_mark(); }
 
   // The next line's bytes, without the line end; false at the end of the file. The view is valid
   // until the next call. Throws FileError, RecordError.

@@ -92,6 +92,17 @@ void replace_all(std::string& text, std::string_view what, std::string_view with
   }
 }
 
+std::size_t blank_line_ends(std::string& text, std::size_t from) {
+  std::size_t count = 0;
+  for (const char end : {'\r', '\n'}) {
+    for (std::size_t at = text.find(end, from); at != std::string::npos; at = text.find(end, at)) {
+      text[at] = ' ';
+      ++count;
+    }
+  }
+  return count;
+}
+
 bool equal_ignoring_case(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {

@@ -30,6 +30,9 @@ std::string number_text(double number);
 // Replaces / removes every occurrence, left to right, never looking at replaced text again.
 void replace_all(std::string& text, std::string_view what, std::string_view with);
 
+// Puts a blank for every CR and LF from the byte `from` on; returns their number.
+std::size_t blank_line_ends(std::string& text, std::size_t from = 0);
+
 // ASCII-only comparison without regard to case (file names, section names, keys).
 bool equal_ignoring_case(std::string_view a, std::string_view b);
 

@@ -38,12 +38,17 @@ inline void put_utf8(char32_t c, char*& out) {
   }
 }
 
+template <typename Word>
+Word load_word(const char* bytes) {
+  Word word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
 // The high bits of the bytes that a Word of them holds.
 template <typename Word>
 Word high_bits(const char* bytes) {
-  Word word;
-  std::memcpy(&word, bytes, sizeof word);
-  return word & static_cast<Word>(0x8080808080808080U);
+  return load_word<Word>(bytes) & static_cast<Word>(0x8080808080808080U);
 }
 
 // The length of the leading run of ASCII bytes.
@@ -69,6 +74,29 @@ inline bool is_ascii(std::string_view text) {
     return (high_bits<std::uint32_t>(bytes) | high_bits<std::uint32_t>(bytes + n - 4)) == 0;
   }
   return n == 0 || ((text[0] | text[n / 2] | text[n - 1]) & 0x80) == 0;
+}
+
+// Whether every byte is ASCII and none a control character (00-1F), in the same way.
+inline bool is_plain(std::string_view text) {
+  const auto strange = []<typename Word>(Word word) {
+    const Word less = word - static_cast<Word>(0x2020202020202020U);  // a byte below 20 goes under
+    return (word | less) & static_cast<Word>(0x8080808080808080U);
+  };
+  const char* const bytes = text.data();
+  const std::size_t n = text.size();
+  if (n >= 8) {
+    auto found = strange(load_word<std::uint64_t>(bytes + n - 8));
+    for (std::size_t i = 0; i + 8 < n; i += 8) {
+      found |= strange(load_word<std::uint64_t>(bytes + i));
+    }
+    return found == 0;
+  }
+  if (n >= 4) {
+    return (strange(load_word<std::uint32_t>(bytes)) |
+            strange(load_word<std::uint32_t>(bytes + n - 4))) == 0;
+  }
+  const auto fits = [&](std::size_t i) { return bytes[i] >= ' '; };  // 80-FF may be negative
+  return n == 0 || (is_ascii(text) && fits(0) && fits(n / 2) && fits(n - 1));
 }
 
 bool is_valid_utf8(std::string_view text);

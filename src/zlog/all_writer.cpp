@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "text/cp932.h"
+#include "text/strings.h"
 #include "text/utf8.h"
 #include "zlog/zlo_record.h"
 
@@ -41,6 +42,7 @@ std::size_t AllWriter::write(const ZlogEntry& entry) {
   put_column(mode, 5, 5, line_);
   put_column(std::to_string(entry.points), 3, 3, line_);
   put_memo(entry, true, line_);
+  blank_line_ends(line_);
   const std::size_t lacking = encode_cp932(line_, file_.buffer());
   file_.buffer().append("\r\n");
   file_.end_record();

@@ -104,11 +104,13 @@ void IntermediateWriter::write(const ZlogContact& contact, std::size_t number,
       parts.prefix ? kDxMark : std::string_view(),
       contact.call};
   std::string& buffer = file_.buffer();
+  const std::size_t before = buffer.size();
   for (const std::string_view field : fields) {
     put_field(field, buffer);
     buffer += ',';
   }
   buffer.pop_back();
+  report_line_ends(blank_line_ends(buffer, before), number, contact.call, findings);
   buffer += "\r\n";
   file_.end_record();
 }

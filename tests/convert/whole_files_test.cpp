@@ -136,7 +136,7 @@ TEST(RoundTrip, KeepsWhatBothFormatsHold) {
   to_hamlog(folder / "a.adi", folder / "b.csv", {});
   // The original in UTC, as the way to ADIF makes it.
   const auto read_all = [](const fs::path& file) {
-    HamlogLineReader reader(file);
+    HamlogLineReader reader(file, false);
     FindingLog findings;
     std::vector<QsoRecord> records;
     QsoRecord record;
