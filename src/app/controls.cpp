@@ -92,6 +92,7 @@ MainControls::MainControls() {
     if (menu.name == "mnuDisp_report") mnuDisp_report.text = menu.caption;
   }
   mnuDisp_report.enabled = false;
+  lblSaving.visible = false;
   for (std::size_t i = 0; i < Toolbar1.size(); ++i) Toolbar1[i].text = kToolButtons[i].key;
 }
 

@@ -75,6 +75,7 @@ struct MainControls {
   Control Command1, txtWas, txtYYYY;
   Control frameSelect, frameLeaveOut, frameFullWidth, frameWas, frameTime, frameZlog;
   Control lblInFile, lblOutFile, lblIn, lblInfo, lblMsg, lblConv, lblContest, lblZone, lblNotes;
+  Control lblSaving;  // what is saved when; visible once there is something to say
   Control mnuDisp, mnuDisp_in, mnuDisp_out, mnuDisp_report;
   std::array<Control, kToolButtons.size()> Toolbar1;  // in the order of kToolButtons
 
@@ -119,6 +120,7 @@ void for_each_control(Controls& c, Visit visit) {
   visit("lblContest", c.lblContest);
   visit("lblZone", c.lblZone);
   visit("lblNotes", c.lblNotes);
+  visit("lblSaving", c.lblSaving);
   visit("mnuDisp", c.mnuDisp);
   visit("mnuDisp_in", c.mnuDisp_in);
   visit("mnuDisp_out", c.mnuDisp_out);

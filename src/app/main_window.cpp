@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kBandGridRows = 20;
-constexpr std::size_t kModeGridRows = 30;
 constexpr std::string_view kNeverFetched = "受信履歴無し";
 
 // Of the buttons of a group the chosen one only is checked.
@@ -58,11 +56,13 @@ const MainWindow::Command MainWindow::kCommands[] = {
 };
 
 MainWindow::MainWindow(StartUp start, fs::path folder, Shell& shell)
-    : bands({" No", " ADIF", "  CSV", " メモ書き", "配置先"}, kBandGridRows),
-      modes({" No", " ADIF", "  CSV"}, kModeGridRows),
+    : bands({" No", " ADIF", "  CSV", " メモ書き", "配置先"}, BandTable::kCompared,
+            BandTable::kSaved),
+      modes({" No", " ADIF", "  CSV"}, ModeTable::kCompared, ModeTable::kSaved),
       shell_(shell),
       start_(std::move(start)),
-      folder_(std::move(folder)) {
+      folder_(std::move(folder)),
+      settings_file_(file_in(folder_, kSettingsFile)) {
   bind_library = [this](const fs::path& database) {
     return bind_hamlog_library(folder_, database);
   };
@@ -91,7 +91,14 @@ void MainWindow::tell(Shell::Icon icon, std::string_view title, std::string_view
 
 void MainWindow::save_settings() {
   try {
-    write_settings(settings_, file_in(folder_, kSettingsFile));
+    const std::vector<std::string_view> others = settings_file_.save(settings_);
+    if (others.empty()) return;
+    std::string text;
+    for (const std::string_view option : others) {
+      text.append(text.empty() ? "" : "、").append(option);
+    }
+    controls.lblSaving.text = "ほかの Tobarine で変えられた設定はそのまま残しました: " + text;
+    controls.lblSaving.visible = true;
   } catch (const Error& error) {
     tell(Shell::Icon::kCritical, "Tobarine", error.what());
   }
@@ -100,7 +107,7 @@ void MainWindow::save_settings() {
 void MainWindow::load() {
   settings_ = start_.settings;
   trace("     Form_Load()");
-  settings_ = read_settings(file_in(folder_, kSettingsFile));
+  settings_ = settings_file_.read();
   trace("     ini_read");
   controls.height = kMostHeight;
   controls.progress = 0;
@@ -252,33 +259,31 @@ void MainWindow::clear_counts() {
 }
 
 void MainWindow::fill_grids() {
-  for (std::size_t i = 0; i < std::min(tables_.bands.size(), kBandGridRows); ++i) {
-    const BandRow& row = tables_.bands[i];
-    bands.set_cell(i + 1, 1, row.adif);
-    bands.set_cell(i + 1, 2, row.freq);
-    bands.set_cell(i + 1, 3, row.memo);
-    bands.set_cell(i + 1, 4, row.placement);
-  }
-  for (std::size_t i = 0; i < std::min(tables_.modes.size(), kModeGridRows); ++i) {
-    modes.set_cell(i + 1, 1, tables_.modes[i].adif);
-    modes.set_cell(i + 1, 2, tables_.modes[i].csv);
-  }
+  band_file_.fill(folder_, bands);
   trace("     MSFlexGrid1   BAND");
+  mode_file_.fill(folder_, modes);
   trace("     MSFlexGrid2   MODE");
+  bands.tell = [this](bool changed) { tell_of_edit(changed, band_file_.left_out(bands)); };
+  modes.tell = [this](bool changed) { tell_of_edit(changed, mode_file_.left_out(modes)); };
 }
 
-void MainWindow::save_grids() const {
-  std::vector<BandRow> band_rows;
-  for (std::size_t row = 1; row < bands.rows(); ++row) {
-    band_rows.push_back(
-        {bands.cell(row, 1), bands.cell(row, 2), bands.cell(row, 3), bands.cell(row, 4)});
+void MainWindow::tell_of_edit(bool changed, const std::string& left_out) {
+  controls.lblSaving.text =
+      changed ? "変換テーブル: 次の起動から使われます"
+              : "変換テーブル: No の欄と灰色の行は書き換えられません (灰色の行は保存されません)";
+  if (changed && !left_out.empty()) controls.lblSaving.text += "。" + left_out;
+  controls.lblSaving.visible = true;
+  shell_.mirror();
+}
+
+void MainWindow::save_grids() {
+  try {
+    const KeepRule rule{{}, [this] { return shell_.now(); }, {}};
+    const std::string text = band_file_.save(bands, rule) + mode_file_.save(modes, rule);
+    if (!text.empty()) tell(Shell::Icon::kInformation, "変換テーブルの保存", text);
+  } catch (const Error& error) {
+    tell(Shell::Icon::kCritical, "変換テーブルの保存", error.what());
   }
-  save_band_table(file_in(folder_, "Band_tbl.ini"), band_rows);
-  std::vector<ModeRow> mode_rows;
-  for (std::size_t row = 1; row < modes.rows(); ++row) {
-    mode_rows.push_back({modes.cell(row, 1), modes.cell(row, 2)});
-  }
-  save_mode_table(file_in(folder_, "Mode_tbl.ini"), mode_rows);
 }
 
 void MainWindow::show_edit_help() {
@@ -301,11 +306,7 @@ void MainWindow::exit() {
     if (index && entry.is_regular_file(error)) indexes.push_back(entry.path());
   }
   for (const fs::path& index : indexes) fs::remove(index, error);
-  try {
-    save_grids();
-  } catch (const Error& failure) {
-    tell(Shell::Icon::kCritical, "Tobarine", failure.what());
-  }
+  save_grids();
   shell_.quit();
 }
 

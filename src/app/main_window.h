@@ -15,8 +15,10 @@
 #include "app/controls.h"
 #include "app/log_kind.h"
 #include "app/settings.h"
+#include "app/settings_file.h"
 #include "app/shell.h"
 #include "app/start_up.h"
+#include "app/table_file.h"
 #include "convert/reference_tables.h"
 #include "convert/report.h"
 #include "convert/run.h"
@@ -138,7 +140,8 @@ class MainWindow {
   void set_year_from_system();
   void clear_was();
   void fill_grids();
-  void save_grids() const;
+  void tell_of_edit(bool changed, const std::string& left_out);
+  void save_grids();
   void clear_counts();
   void show_edit_help();
   void exit();
@@ -155,7 +158,10 @@ class MainWindow {
   StartUp start_;
   std::filesystem::path folder_;
   Settings settings_;
+  SettingsFile settings_file_;
   ConversionTables tables_;
+  TableFile band_file_{"Band_tbl.ini", BandTable::kRows, BandTable::kSaved};
+  TableFile mode_file_{"Mode_tbl.ini", ModeTable::kRows, ModeTable::kSaved};
   std::unique_ptr<CallTables> call_tables_;
   std::unique_ptr<PlaceTables> place_tables_;
   std::optional<LogKind> kind_;  // of the input; nothing: none is chosen

@@ -227,6 +227,7 @@ void MainWindow::download_jarl() {
       try {
         if (!failure.empty()) throw Error(failure);
         keep_jarl_lists(lists, folder_, settings_);
+        save_settings();
         std::string text;
         for (std::size_t i = 0; i < kListFiles.size(); ++i) {
           text += std::string(kListFiles[i]) + ": " + lists.dates[i] + "\n";

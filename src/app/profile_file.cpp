@@ -50,7 +50,8 @@ std::size_t ProfileFile::section_end(std::size_t section_line) const {
 
 std::size_t ProfileFile::find_key(std::size_t section_line, std::string_view key) const {
   if (section_line == kNone) return kNone;
-  for (std::size_t i = section_line + 1; i < section_end(section_line); ++i) {
+  const std::size_t end = section_end(section_line);
+  for (std::size_t i = section_line + 1; i < end; ++i) {
     const std::string_view line = strip(lines_[i]);
     const std::size_t equals = line.find('=');
     if (line.starts_with(';') || equals == std::string_view::npos) continue;
@@ -66,7 +67,7 @@ std::string ProfileFile::get(std::string_view section, std::string_view key,
   const std::string_view line = lines_[at];
   std::string_view value = strip(line.substr(line.find('=') + 1));
   if (is_quoted(value)) value = value.substr(1, value.size() - 2);
-  value = value.substr(0, value.find('\0'));
+  value = value.substr(0, value.find_first_of(std::string_view("\0\r", 2)));
   return std::string(left_chars(value, longest));
 }
 

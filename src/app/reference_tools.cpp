@@ -126,7 +126,6 @@ void keep_jarl_lists(const JarlLists& fetched, const fs::path& folder, Settings&
   }
   settings.jcc_list_date = fetched.dates[0];
   settings.jcg_list_date = fetched.dates[1];
-  write_settings(settings, file_in(folder, kSettingsFile));
 }
 
 std::string dxcc_text(const DxccFile& built) {

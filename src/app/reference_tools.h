@@ -42,7 +42,7 @@ CodesLearned learn_codes(const std::filesystem::path& log, const CallAnalysis& c
 std::array<std::string, 3> dates_of_our_lists(const Settings& settings);
 bool is_newer_list(const std::string& server_date, const std::string& our_date);
 
-// Puts the fetched lists into the folder and their dates into the settings.
+// Puts the fetched lists into the folder and their dates into the settings, which are not saved.
 void keep_jarl_lists(const JarlLists& fetched, const std::filesystem::path& folder,
                      Settings& settings);
 

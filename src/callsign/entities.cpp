@@ -33,13 +33,15 @@ void EntityList::load(const std::filesystem::path& path) {
   std::vector<Entity> entities;
   std::vector<std::int16_t> index(kLargestDxcc + 1, -1);
   std::size_t number_of_line = 0;
-  for (const std::string& line : read_text_lines(path)) {
+  for (const std::string& line : read_table_lines(path)) {
     ++number_of_line;
     if (is_blank(line) || line[0] == '#') continue;
     Entity entity = parse_entity(line);
     if (entity.number == 0 || entity.prefix.empty() || entity.continent.size() != 2 ||
         entity.name.empty()) {
-      throw RecordError(path, number_of_line, "DXCC エンティティの行として読めません");
+      throw RecordError(path, number_of_line,
+                        "DXCC エンティティの行として読めません "
+                        "(DXCC 番号、プリフィックス、二文字の大陸、名前が要ります)");
     }
     if (index[entity.number] >= 0) {
       throw RecordError(path, number_of_line, "DXCC 番号 " + dxcc_text(entity) + " が二度あります");

@@ -39,7 +39,7 @@ void end_line(std::string& text) {
 void HamlogToDxcc::load(const std::filesystem::path& path) {
   HamlogToDxcc loaded;
   std::size_t line_number = 0;
-  for (const std::string& line : read_text_lines(path)) {
+  for (const std::string& line : read_table_lines(path)) {
     ++line_number;
     if (is_blank(line)) continue;
     CodeRow row{column(line, 1, 5), dxcc_number(column(line, 7, 9)), column(line, 11, 23),
@@ -60,7 +60,7 @@ std::string_view HamlogToDxcc::find(std::string_view code) const {
 
 void DxccToHamlog::load(const std::filesystem::path& path) {
   std::vector<CodeRow> rows;
-  for (const std::string& line : read_text_lines(path)) {
+  for (const std::string& line : read_table_lines(path)) {
     if (rows.size() == kRows) {
       throw RecordError(path, rows.size() + 1,
                         "l2h_cty.mas は " + std::to_string(kRows) + " 行までです");

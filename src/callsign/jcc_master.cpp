@@ -11,7 +11,7 @@ namespace tobarine {
 void JccMaster::load(const std::filesystem::path& path) {
   std::vector<JccPlace> places;
   std::size_t line_number = 0;
-  for (const std::string& line : read_text_lines(path)) {
+  for (const std::string& line : read_table_lines(path)) {
     ++line_number;
     if (line.empty() || line[0] == '#') continue;
     std::vector<std::string> fields;

@@ -32,7 +32,7 @@ void Overrides::load(const std::filesystem::path& path, const EntityList& entiti
   std::error_code error;
   if (!std::filesystem::exists(path, error)) return;
   std::size_t line_number = 0;
-  for (const std::string& line : read_text_lines(path)) {
+  for (const std::string& line : read_table_lines(path)) {
     ++line_number;
     const std::vector<std::string> words = words_of(line);
     if (words.empty()) continue;

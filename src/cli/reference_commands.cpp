@@ -108,6 +108,7 @@ int download_jarl(Session& session) {
   std::error_code error;
   Settings settings = fs::exists(file, error) ? read_settings(file) : first_start_settings();
   keep_jarl_lists(fetched, folder, settings);
+  write_settings(settings, file);
   print_jarl_download(session.options(), fetched, path_text(folder));
   return 0;
 }

@@ -5,8 +5,8 @@
 
 namespace tobarine {
 
-GridEditor::GridEditor(std::vector<std::string> headers, std::size_t rows)
-    : cells_(rows + 1, std::vector<std::string>(headers.size())) {
+GridEditor::GridEditor(std::vector<std::string> headers, std::size_t rows, std::size_t usable)
+    : usable_(usable), cells_(rows + 1, std::vector<std::string>(headers.size())) {
   cells_[0] = std::move(headers);
   for (std::size_t row = 1; row < cells_.size(); ++row) cells_[row][0] = std::to_string(row);
 }
@@ -22,20 +22,26 @@ void GridEditor::go_to(std::size_t row, std::size_t column) {
 
 bool GridEditor::type(std::string_view character) {
   if (character.empty() || static_cast<unsigned char>(character[0]) <= ' ') return false;
-  text_ = character;
-  editing_ = true;
-  return true;
+  return begin(character);
 }
 
-void GridEditor::open() {
-  text_ = cells_[row_][column_];
-  editing_ = true;
+bool GridEditor::open() {
+  return begin(cells_[row_][column_]);
+}
+
+bool GridEditor::begin(std::string_view text) {
+  editing_ = usable(row_, column_);
+  if (editing_) text_ = text;
+  if (!editing_ && tell) tell(false);
+  return editing_;
 }
 
 void GridEditor::grid_focused() {
   if (!editing_) return;
-  cells_[row_][column_] = text_;
   editing_ = false;
+  if (cells_[row_][column_] == text_) return;
+  cells_[row_][column_] = text_;
+  if (tell) tell(true);
 }
 
 void GridEditor::advance() {

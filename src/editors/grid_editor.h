@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,13 +13,17 @@ namespace tobarine {
 class GridEditor {
  public:
   // `rows` without the header row, which is row 0 and holds `headers`; the others are numbered in
-  // column 0.
-  GridEditor(std::vector<std::string> headers, std::size_t rows);
+  // column 0. The numbers and the rows behind `usable` are only looked at.
+  GridEditor(std::vector<std::string> headers, std::size_t rows, std::size_t usable);
 
   std::size_t rows() const { return cells_.size(); }  // the header included
   std::size_t columns() const { return cells_[0].size(); }
   const std::string& cell(std::size_t row, std::size_t column) const { return cells_[row][column]; }
   void set_cell(std::size_t row, std::size_t column, std::string_view text);
+  bool usable(std::size_t row, std::size_t column) const { return row <= usable_ && column > 0; }
+
+  // Told of what the user does: a cell has changed (true), or he tried one that cannot be edited.
+  std::function<void(bool changed)> tell;
 
   std::size_t row() const { return row_; }
   std::size_t column() const { return column_; }
@@ -36,7 +41,7 @@ class GridEditor {
   // do not. Enter, F2 and a double click begin with the text as it is. The cursor stands at the end
   // either way. False: nothing to do.
   bool type(std::string_view character);
-  void open();
+  bool open();
 
   enum class Key { kEscape, kEnter, kTab, kUp, kDown };
   // In the text box. Escape leaves the cell as it was, the others store the text and move.
@@ -47,7 +52,9 @@ class GridEditor {
 
  private:
   void advance();
+  bool begin(std::string_view text);
 
+  std::size_t usable_;
   std::vector<std::vector<std::string>> cells_;
   std::size_t row_ = 1;
   std::size_t column_ = 1;

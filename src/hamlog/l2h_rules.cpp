@@ -45,6 +45,15 @@ void without_power_letters(std::string_view jcc, std::string& code) {
   }
 }
 
+// A band that the fixed frequencies do not have, or give in GHz as if it were MHz.
+bool loses_band(const QsoRecord& r) {
+  if (is_blank(r.band)) return false;
+  constexpr double kLowestMillimetreBand = 47000;  // MHz
+  const bool millimetres = upper(trim(r.band)).ends_with("MM");
+  return is_blank(r.freq) ||
+         (millimetres && !contains(r.freq, "G") && leading_number(r.freq) < kLowestMillimetreBand);
+}
+
 }  // namespace
 
 void L2hRules::apply(const QsoRecord& r, std::size_t line, HamlogColumns& columns,
@@ -55,6 +64,7 @@ void L2hRules::apply(const QsoRecord& r, std::size_t line, HamlogColumns& column
   columns[kHisRst] = r.his_rst;
   columns[kMyRst] = r.my_rst;
   columns[kFreq] = r.freq;
+  if (loses_band(r)) findings.add(FindingKind::kBandLost, line, r.call, r.band + " " + r.freq);
   columns[kMode] = r.mode;
   columns[kGrid] = r.grid;
   qsl_ = r.qsl;

@@ -1,7 +1,7 @@
 #include "rules/conversion_tables.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <iterator>
 #include <utility>
 
 #include "text/cp932.h"
@@ -17,86 +17,97 @@ namespace {
 // an unquoted one loses its surrounding blanks.
 class FieldStream {
  public:
-  explicit FieldStream(const std::filesystem::path& path) {
+  explicit FieldStream(const std::filesystem::path& path) : path_(path) {
     std::string bytes = read_whole_file(path);
     if (!bytes.empty() && bytes.back() == '\x1A') bytes.pop_back();
     decode_cp932(bytes, text_);
   }
 
   bool at_end() const { return at_ >= text_.size(); }
+  bool at_line_start() const { return at_end() || text_[at_ - 1] == '\n'; }
 
-  std::string next() {
+  // The next field, of this row (from 1); throws RecordError.
+  std::string next(std::size_t row) {
     at_ = std::min(text_.find_first_not_of(' ', at_), text_.size());
-    std::string field;
-    if (at_ < text_.size() && text_[at_] == '"') {
-      const std::size_t close = std::min(text_.find('"', at_ + 1), text_.size());
-      field = text_.substr(at_ + 1, close - at_ - 1);
-      at_ = std::min(text_.find_first_of(",\n", close), text_.size());
-    } else {
-      const std::size_t end = std::min(text_.find_first_of(",\n", at_), text_.size());
-      std::string_view value(text_.data() + at_, end - at_);
-      if (!value.empty() && value.back() == '\r') value.remove_suffix(1);
-      field = trim(value);
-      at_ = end;
+    const bool quoted = at_ < text_.size() && text_[at_] == '"';
+    const std::size_t begin = at_ + (quoted ? 1 : 0);
+    const std::size_t close = quoted ? find('"', begin) : begin;
+    const std::size_t end = std::min(text_.find_first_of(",\n", close), text_.size());
+    std::string_view value(text_.data() + begin, (quoted ? close : end) - begin);
+    std::string_view behind(text_.data() + close, quoted ? end - close : 0);
+    if (quoted && behind.empty()) fail(row, "引用符 (\") で閉じていない欄があります");
+    std::string_view& last = quoted ? behind : value;
+    if (last.ends_with('\r') && end < text_.size() && text_[end] == '\n') last.remove_suffix(1);
+    if (value.find_first_of("\r\n") != std::string_view::npos) {
+      fail(row, "引用符 (\") で閉じていないか、途中に改行のある欄があります");
     }
-    ++at_;  // the separator
-    return field;
+    if (quoted && !is_blank(behind.substr(1))) {
+      fail(row, "引用符 (\") の後に余分な文字があります: " + std::string(value));
+    }
+    at_ = end + 1;  // behind the separator
+    return std::string(quoted ? value : trim(value));
+  }
+
+  [[noreturn]] void fail(std::size_t row, const std::string& reason) const {
+    throw RecordError(path_, row, "変換テーブルの行として読めません: " + reason);
   }
 
  private:
+  std::size_t find(char c, std::size_t from) const {
+    return std::min(text_.find(c, from), text_.size());
+  }
+
+  const std::filesystem::path path_;
   std::string text_;
   std::size_t at_ = 0;
 };
 
-// Reads rows of Fields texts until the end of the file or a row whose first field is blank, and
-// hands each to `take` with its index.
-template <std::size_t Fields, typename Take>
-std::size_t load_rows(const std::filesystem::path& path, std::size_t limit, Take take) {
-  FieldStream stream(path);
-  std::size_t rows = 0;
-  while (!stream.at_end()) {
-    std::array<std::string, Fields> fields;
-    fields[0] = stream.next();
-    if (is_blank(fields[0])) break;
-    if (rows == limit) {
-      throw RecordError(path, rows + 1, "変換テーブルは " + std::to_string(limit) + " 行までです");
-    }
-    for (std::size_t i = 1; i < Fields; ++i) {
-      if (stream.at_end()) {
-        throw RecordError(path, rows + 1,
-                          "変換テーブルの欄が足りません (" + std::to_string(i) +
-                              " 個、必要なのは " + std::to_string(Fields) + " 個)");
-      }
-      fields[i] = stream.next();
-    }
-    take(rows, fields);
-    ++rows;
-  }
-  return rows;
-}
-
 // One line of quoted texts. The form has no escape: a double quote inside a text is left out.
-void append_row(std::string& text, std::initializer_list<std::string_view> fields) {
-  bool first = true;
-  for (const std::string_view field : fields) {
-    text += first ? "\"" : ",\"";
-    for (const char c : field) {
-      if (c != '"') text += c;
-    }
+void append_row(std::string& text, std::size_t number, const TableRow& row) {
+  text += '"' + std::to_string(number) + '"';
+  for (const std::string& field : row) {
+    text += ",\"";
+    std::ranges::remove_copy(field, std::back_inserter(text), '"');
     text += '"';
-    first = false;
   }
   text += '\n';
 }
 
 }  // namespace
 
+std::vector<TableRow> read_table(const std::filesystem::path& path, std::size_t columns,
+                                 std::size_t most) {
+  FieldStream stream(path);
+  std::vector<TableRow> rows;
+  while (!stream.at_end()) {
+    const std::size_t number = rows.size() + 1;
+    if (is_blank(stream.next(number))) break;
+    if (rows.size() == most) stream.fail(number, std::to_string(most) + " 行までです");
+    TableRow row;
+    while (row.size() < columns && !stream.at_end()) row.push_back(stream.next(number));
+    if (row.size() < columns || !stream.at_line_start()) {
+      stream.fail(number, "欄の数が違います (一行に " + std::to_string(columns + 1) + " 個です)");
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+void save_table(const std::filesystem::path& path, std::span<const TableRow> rows, std::size_t most,
+                const KeepRule& rule) {
+  std::string text;
+  for (std::size_t i = 0; i < rows.size() && i < most && !is_blank(rows[i][0]); ++i) {
+    append_row(text, i + 1, rows[i]);
+  }
+  replace_text_file(path, text, rule);
+}
+
 void BandTable::load(const std::filesystem::path& path) {
-  std::array<BandRow, kRows> rows;
-  size_ = load_rows<5>(path, kRows, [&rows](std::size_t row, std::array<std::string, 5>& f) {
-    rows[row] = {f[1], f[2], f[3], f[4]};
-  });
-  rows_ = std::move(rows);
+  const std::vector<TableRow> rows = read_table(path, kColumns, kRows);
+  rows_ = {};
+  size_ = rows.size();
+  for (std::size_t i = 0; i < size_; ++i)
+    rows_[i] = {rows[i][0], rows[i][1], rows[i][2], rows[i][3]};
   for (std::size_t i = 0; i < kRows; ++i) {
     upper_[i].adif = upper(rows_[i].adif);
     upper_[i].freq = upper(rows_[i].freq);
@@ -119,11 +130,10 @@ const BandRow* BandTable::find_freq(std::string_view freq) const {
 }
 
 void ModeTable::load(const std::filesystem::path& path) {
-  std::array<ModeRow, kRows> rows;
-  size_ = load_rows<3>(path, kRows, [&rows](std::size_t row, std::array<std::string, 3>& f) {
-    rows[row] = {f[1], f[2]};
-  });
-  rows_ = std::move(rows);
+  const std::vector<TableRow> rows = read_table(path, kColumns, kRows);
+  rows_ = {};
+  size_ = rows.size();
+  for (std::size_t i = 0; i < size_; ++i) rows_[i] = {rows[i][0], rows[i][1]};
   for (std::size_t i = 0; i < kRows; ++i) upper_[i] = {upper(rows_[i].adif), upper(rows_[i].csv)};
 }
 
@@ -138,25 +148,6 @@ bool ModeTable::replace(std::string& mode, std::string ModeRow::*from,
     matched = true;
   }
   return matched;
-}
-
-void save_band_table(const std::filesystem::path& path, std::span<const BandRow> rows) {
-  std::string text;
-  for (std::size_t i = 0; i < rows.size() && i < BandTable::kSaved; ++i) {
-    const BandRow& row = rows[i];
-    if (is_blank(row.adif)) break;
-    append_row(text, {std::to_string(i + 1), row.adif, row.freq, row.memo, row.placement});
-  }
-  replace_text_file(path, text);
-}
-
-void save_mode_table(const std::filesystem::path& path, std::span<const ModeRow> rows) {
-  std::string text;
-  for (std::size_t i = 0; i < rows.size() && i < ModeTable::kSaved; ++i) {
-    if (is_blank(rows[i].adif)) break;
-    append_row(text, {std::to_string(i + 1), rows[i].adif, rows[i].csv});
-  }
-  replace_text_file(path, text);
 }
 
 }  // namespace tobarine

@@ -2,7 +2,7 @@
 //
 // File form: one row a line, double-quoted fields separated by commas, CP932. A band row holds
 // number, ADIF band, Hamlog frequency, keyword (memo) and placement; a mode row number, ADIF mode
-// and Hamlog mode. Numbers are ignored on reading.
+// and Hamlog mode. Numbers are ignored on reading; a row with a blank one ends the table.
 #pragma once
 
 #include <array>
@@ -11,8 +11,24 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "text/keep_rule.h"
 
 namespace tobarine {
+
+// The texts of a row behind its number.
+using TableRow = std::vector<std::string>;
+
+// Throws FileError; RecordError (line = row) for a row too many or with another number of columns,
+// and for a text that is not closed or holds a line end.
+std::vector<TableRow> read_table(const std::filesystem::path& path, std::size_t columns,
+                                 std::size_t most);
+
+// Writes the rows up to the first whose first column is blank, at most so many of them, numbered
+// from 1. The file is replaced as a whole. Throws FileError.
+void save_table(const std::filesystem::path& path, std::span<const TableRow> rows, std::size_t most,
+                const KeepRule& rule = {});
 
 struct BandRow {
   std::string adif;       // ADIF band name
@@ -29,12 +45,12 @@ struct ModeRow {
 // Rows that are not in use hold empty texts, and are compared like any other.
 class BandTable {
  public:
+  static constexpr std::size_t kColumns = 4;
   static constexpr std::size_t kRows = 22;
   static constexpr std::size_t kCompared = 20;  // the last two rows are never looked at
   static constexpr std::size_t kSaved = 10;     // saving keeps no more
 
-  // Throws FileError; RecordError (line = row) for a row too many or with too few fields.
-  void load(const std::filesystem::path& path);
+  void load(const std::filesystem::path& path);  // throws as read_table() does
 
   std::size_t size() const { return size_; }  // rows loaded
   const BandRow& operator[](std::size_t row) const { return rows_[row]; }
@@ -54,6 +70,7 @@ class BandTable {
 
 class ModeTable {
  public:
+  static constexpr std::size_t kColumns = 2;
   static constexpr std::size_t kRows = 32;
   static constexpr std::size_t kCompared = 30;
   static constexpr std::size_t kSaved = 20;
@@ -75,10 +92,5 @@ class ModeTable {
   std::array<ModeRow, kRows> upper_;  // the rows in upper case, made once
   std::size_t size_ = 0;
 };
-
-// Writes the rows up to the first whose ADIF column is blank, at most kSaved of them, numbered from
-// 1. The file is replaced as a whole. Throws FileError.
-void save_band_table(const std::filesystem::path& path, std::span<const BandRow> rows);
-void save_mode_table(const std::filesystem::path& path, std::span<const ModeRow> rows);
 
 }  // namespace tobarine

@@ -20,6 +20,8 @@ constexpr KindText kKinds[] = {
     {FindingKind::kLeftOutByJst, "left-out-by-jst", "時刻表示が ＪＳＴ なので出力しなかった交信"},
     {FindingKind::kUnknownMode, "unknown-mode", "ADIF にも変換テーブルにも無いモード"},
     {FindingKind::kNoBand, "no-band", "バンドが分からない周波数"},
+    {FindingKind::kBandLost, "band-lost",
+     "周波数の欄からはバンドが分からなくなった (BAND の表に行の無いバンド)"},
     {FindingKind::kGigahertzText, "gigahertz-text", "GHz の表記が短波のバンドになった周波数"},
     {FindingKind::kBadDateOrTime, "bad-date-or-time",
      "日付または時刻として読めない (時刻を変換せずそのまま出力した) 交信"},

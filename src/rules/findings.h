@@ -14,6 +14,7 @@ enum class FindingKind {
   kLeftOutByJst,
   kUnknownMode,
   kNoBand,
+  kBandLost,
   kGigahertzText,
   kBadDateOrTime,
   kNoZoneLetter,

@@ -137,4 +137,14 @@ std::vector<std::string> read_text_lines(const std::filesystem::path& path) {
   return text_lines(read_whole_file(path));
 }
 
+std::vector<std::string> read_table_lines(const std::filesystem::path& path) {
+  std::vector<std::string> lines = read_text_lines(path);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (lines[i].find('\r') != std::string::npos) {
+      throw RecordError(path, i + 1, "行の途中に改行 (CR だけの) があります");
+    }
+  }
+  return lines;
+}
+
 }  // namespace tobarine

@@ -110,4 +110,8 @@ std::vector<std::string> text_lines(std::string_view bytes);
 // The file's lines as UTF-8. For the small files of the program folder.
 std::vector<std::string> read_text_lines(const std::filesystem::path& path);
 
+// The same for a table: a line with a line end of another kind inside (a lone CR) is refused, so
+// that none gets into what is made of the table. Throws RecordError then.
+std::vector<std::string> read_table_lines(const std::filesystem::path& path);
+
 }  // namespace tobarine

@@ -506,9 +506,94 @@ TEST_F(MainWindowTest, ExitSavesTheGridsAndDeletesTheIndexFiles) {
   EXPECT_TRUE(fs::exists(home() / "a.hdb"));
   EXPECT_EQ(saved().jcc_list_date, "受信履歴無し");
   EXPECT_EQ(read_text_lines(home() / "Band_tbl.ini")[0], "\"1\",\"70CM\",\"430\",\"70cm\",\"\"");
-  EXPECT_EQ(read_text_lines(home() / "Band_tbl.ini").size(), 10U);
   EXPECT_EQ(read_text_lines(home() / "Mode_tbl.ini")[1], "\"2\",\"X\",\"P31\"");
-  EXPECT_EQ(read_text_lines(home() / "Mode_tbl.ini").size(), 20U);
+  EXPECT_TRUE(shell_.messages.empty());
+}
+
+// The user types a text into a cell.
+void edit(GridEditor& grid, std::size_t row, std::size_t column, std::string_view text) {
+  grid.go_to(row, column);
+  grid.open();
+  grid.set_text(text);
+  grid.grid_focused();
+}
+
+TEST_F(MainWindowTest, AnEditedTableIsToldToCountFromTheNextStart) {
+  EXPECT_FALSE(see().lblSaving.visible);
+  edit(window_->modes, 1, 2, "RTY");
+  EXPECT_FALSE(see().lblSaving.visible);  // it was that before
+  edit(window_->modes, 1, 2, "RT");
+  EXPECT_TRUE(contains(see().lblSaving.text, "次の起動から使われます"));
+  edit(window_->bands, 11, 1, "33CM");
+  EXPECT_TRUE(contains(see().lblSaving.text, "灰色の行は書き換えられません"));
+  EXPECT_EQ(window_->bands.cell(11, 1), "");
+  edit(window_->bands, 9, 1, "33CM");
+  EXPECT_TRUE(contains(see().lblSaving.text, "9 行目は保存されません (8 行目の ADIF が空"));
+  edit(window_->bands, 8, 1, "9CM");
+  EXPECT_FALSE(contains(see().lblSaving.text, "保存されません"));
+}
+
+// Two windows over one folder.
+TEST_F(MainWindowTest, ATableIsWrittenOnlyWhereItWasEdited) {
+  TestShell other_shell;
+  MainWindow other(start_up({home(), "", shell_.now()}), home(), other_shell);
+  other.load();
+  edit(other.bands, 1, 3, "70cm");
+  edit(other.bands, 8, 1, "9CM");
+  edit(other.modes, 2, 2, "P3");
+  other.command("終了");
+  const std::string modes = TestFolder::bytes_of(home() / "Mode_tbl.ini");
+  edit(window_->bands, 2, 3, "23cm");
+  edit(window_->bands, 8, 1, "33CM");  // free here, no longer there
+  window_->command("終了");
+  const std::vector<std::string> bands = read_text_lines(home() / "Band_tbl.ini");
+  EXPECT_EQ(bands[0], "\"1\",\"70CM\",\"430\",\"70cm\",\"\"");
+  EXPECT_EQ(bands[1], "\"2\",\"23CM\",\"1200\",\"23cm\",\"\"");
+  EXPECT_EQ(bands[7] + bands[8], "\"8\",\"9CM\",\"\",\"\",\"\"\"9\",\"33CM\",\"\",\"\",\"\"");
+  EXPECT_EQ(TestFolder::bytes_of(home() / "Mode_tbl.ini"), modes);
+  EXPECT_TRUE(other_shell.messages.empty());
+  ASSERT_EQ(shell_.messages.size(), 1U);
+  EXPECT_TRUE(contains(shell_.messages[0].text, "(2 行目、8 行目) だけを書きました"));
+}
+
+TEST_F(MainWindowTest, RowsThatAreNotSavedStayInTheOldFile) {
+  std::string table;
+  for (int i = 1; i <= 12; ++i) table += "\"1\",\"B" + std::to_string(i) + "\",\"1\",\"\",\"\"\r\n";
+  folder_.text("home/Band_tbl.ini", table);
+  start();
+  window_->command("終了");
+  EXPECT_EQ(TestFolder::bytes_of(home() / "Band_tbl.ini"), table);  // nothing was edited
+  edit(window_->bands, 1, 1, "X");
+  window_->command("終了");
+  EXPECT_EQ(read_text_lines(home() / "Band_tbl.ini").size(), 10U);
+  ASSERT_EQ(shell_.messages.size(), 1U);
+  EXPECT_TRUE(contains(shell_.messages[0].text, "11、12 行目は保存されません"));
+  std::size_t kept = 0;
+  for (const auto& entry : fs::directory_iterator(home())) {
+    const bool is_backup = entry.path().extension() == ".bak";
+    kept += is_backup && TestFolder::bytes_of(entry.path()) == table ? 1 : 0;
+  }
+  EXPECT_EQ(kept, 1U);
+}
+
+TEST_F(MainWindowTest, AnOptionChangedInAnotherWindowStays) {
+  TestShell other_shell;
+  MainWindow other(start_up({home(), "", shell_.now()}), home(), other_shell);
+  other.load();
+  other.check(5, true);
+  window_->check(13, true);  // reaches the file with the next
+  window_->check(6, true);
+  EXPECT_EQ(saved().keep_full_width_rmks1, 1);
+  EXPECT_EQ(saved().keep_full_width_rmks2, 1);
+  EXPECT_EQ(saved().check_lists_at_start, 1);
+  EXPECT_TRUE(contains(see().lblSaving.text, "そのまま残しました: 全角を含む Rmks 1"));
+  EXPECT_FALSE(see().Check[5].checked);  // what this window shows is what it does
+  window_->check(5, true);
+  window_->check(5, false);
+  EXPECT_EQ(saved().keep_full_width_rmks1, 0);
+  other.check(1, false);
+  EXPECT_EQ(saved().keep_full_width_rmks1, 0);
+  EXPECT_EQ(saved().keep_full_width_rmks2, 1);
 }
 
 TEST_F(MainWindowTest, TheWindowIsNeverLargerThanItsLimits) {

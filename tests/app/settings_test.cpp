@@ -27,6 +27,17 @@ TEST(ProfileFile, ReadsAsTheProfileCallsDo) {
   EXPECT_EQ(profile.get("none", "key", 79), "");
 }
 
+// As many lines as this once took minutes.
+TEST(ProfileFile, ManyCommentsAreNoBurden) {
+  const TestFolder folder;
+  std::string text = "[Config]\r\n";
+  for (int i = 0; i < 200000; ++i) text += "; comment\r\n";
+  const auto file = folder.text("a.ini", text + "Chk_9=1\r\nwas_moji=WAS=\rX\r\n");
+  const Settings settings = read_settings(file);
+  EXPECT_EQ(settings.write_state, 1);
+  EXPECT_EQ(settings.state_keyword, "WAS=");  // no line end gets out
+}
+
 TEST(ProfileFile, AHandEditedFileKeepsWhatItHas) {
   const TestFolder folder;
   const auto file =

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "callsign/entities.h"
 #include "callsign/hamlog_codes.h"
+#include "callsign/jcc_master.h"
 #include "callsign/us_states.h"
 #include "paths.h"
 #include "test_folder.h"
 #include "text/error.h"
+#include "text/strings.h"
 #include "text/utf8.h"
 
 namespace tobarine {
@@ -38,6 +41,28 @@ TEST(DeliveredTables, HoldAllEntities) {
   }
   EXPECT_EQ(numbers.size(), l2h.rows().size());
   EXPECT_EQ(l2h.find(339)->text, "Japan");
+}
+
+TEST(Tables, ADamagedLineIsNamed) {
+  const TestFolder folder;
+  const auto refusal = [&folder](auto table, const std::string& text) {
+    try {
+      table.load(folder.text("t.mas", text));
+    } catch (const RecordError& error) {
+      return std::string(error.what());
+    }
+    return std::string();
+  };
+  const std::string japan = "339 JA       AS 25 45   JA           Japan\n";
+  EXPECT_EQ(refusal(EntityList(), japan), "");
+  EXPECT_TRUE(contains(refusal(EntityList(), japan + "291 W           05 08   K            USA\n"),
+                       "2 行目: DXCC エンティティの行として読めません (DXCC 番号"));
+  for (const std::string& said :
+       {refusal(JccMaster(), "0101\t\t北海道\t札\r幌市\r\n"),
+        refusal(EntityList(), japan + "\rx\n"),
+        refusal(DxccToHamlog(), "291 W             502A  United\rStates\r\n")}) {
+    EXPECT_TRUE(contains(said, "CR だけ")) << said;
+  }
 }
 
 TEST(HamlogCodes, FindsACodeWhateverItsCaseAndBlanks) {

@@ -51,6 +51,18 @@ TEST_F(L2h, ColumnsOfAContact) {
   EXPECT_EQ(report_.written, 1U);
 }
 
+TEST_F(L2h, ABandThatTheFrequencyNoLongerTellsIsReported) {
+  for (const char* lost : {"<BAND:4>33CM", "<BAND:3>1MM", "<BAND:3>4mm", "<BAND:5>2.5MM"}) {
+    column(6, lost);
+    EXPECT_EQ(told(FindingKind::kBandLost), 1U) << lost;
+  }
+  for (const char* kept :
+       {"<BAND:3>6MM", "<BAND:3>40M", "<FREQ:7>77500.1<BAND:3>4MM", "<BAND:0>"}) {
+    column(6, kept);
+    EXPECT_EQ(told(FindingKind::kBandLost), 0U) << kept;
+  }
+}
+
 TEST_F(L2h, RecordsAreGatheredByLines) {
   const std::string two = "<CALL:1>A<QSO_DATE:8>20240501<EOR>\r\n\r\n\r\n<CALL:1>B\r\n<EOR>";
   run(two);

@@ -15,7 +15,7 @@ namespace {
 using Key = GridEditor::Key;
 
 GridEditor grid() {
-  GridEditor grid({" No", " ADIF", "  CSV"}, 3);
+  GridEditor grid({" No", " ADIF", "  CSV"}, 3, 3);
   grid.set_cell(1, 1, "RTTY");
   return grid;
 }
@@ -64,6 +64,24 @@ TEST(GridEditor, KeysMoveOnWithinTheGrid) {
   g.moves_down = true;
   g.go_to(1, 1);
   EXPECT_EQ(after(Key::kEnter), std::pair(std::size_t{2}, std::size_t{1}));
+}
+
+TEST(GridEditor, NumbersAndRowsThatAreNotSavedAreOnlyLookedAt) {
+  GridEditor g({" No", " ADIF"}, 3, 2);
+  std::string told;
+  g.tell = [&told](bool changed) { told += changed ? 'c' : 'r'; };
+  g.go_to(2, 0);
+  EXPECT_FALSE(g.type("9") || g.open() || g.editing());
+  g.go_to(3, 1);
+  EXPECT_FALSE(g.type("a"));
+  g.go_to(2, 1);
+  EXPECT_TRUE(g.type("a"));
+  g.press(Key::kEnter);
+  g.go_to(2, 1);
+  g.open();
+  g.grid_focused();  // stored as it was
+  EXPECT_EQ(told, "rrrc");
+  EXPECT_EQ(g.cell(2, 0) + g.cell(3, 1), "2");
 }
 
 TEST(FileEditor, SavingUnchangedTextLeavesEveryByte) {

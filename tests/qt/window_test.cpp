@@ -332,6 +332,23 @@ TEST_F(GridTest, OtherKeysStoreAndMove) {
   EXPECT_EQ(grid_->currentColumn(), 2);
 }
 
+TEST_F(GridTest, WhatIsNotSavedIsGreyAndAnEditIsToldToCountLater) {
+  const QBrush usable = grid_->item(9, 1)->foreground();
+  EXPECT_NE(grid_->item(10, 1)->foreground(), usable);
+  EXPECT_NE(grid_->item(0, 0)->foreground(), usable);
+  EXPECT_EQ(grid_->item(9, 1)->background(), grid_->palette().brush(QPalette::Base));
+  auto* const told = find<QLabel>("lblSaving");
+  EXPECT_FALSE(told->isVisible());
+  grid_->setCurrentCell(0, 0);
+  QTest::keyClicks(grid_, "5");
+  EXPECT_FALSE(box_->isVisible());
+  EXPECT_TRUE(told->text().contains("No の欄"));
+  grid_->setCurrentCell(0, 1);
+  QTest::keyClicks(grid_, "x");
+  QTest::keyClick(box_, Qt::Key_Return);
+  EXPECT_TRUE(told->isVisible() && told->text().contains("次の起動から使われます"));
+}
+
 TEST_F(GridTest, AClickElsewhereInTheGridStores) {
   QTest::keyClicks(grid_, "q");
   const QPoint cell = grid_->visualItemRect(grid_->item(2, 2)).center();

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace tobarine {
 namespace {
@@ -76,14 +77,23 @@ void GridView::widen_columns() {
   }
 }
 
+// What cannot be edited is grey.
+void GridView::show_cell(int row, int column) {
+  const auto [editor_row, editor_column] =
+      std::pair(static_cast<std::size_t>(row) + 1, static_cast<std::size_t>(column));
+  const bool usable = editor_.usable(editor_row, editor_column);
+  QTableWidgetItem& cell = *item(row, column);
+  cell.setText(QString::fromStdString(editor_.cell(editor_row, editor_column)));
+  const QPalette::ColorGroup group = usable ? QPalette::Active : QPalette::Disabled;
+  cell.setForeground(palette().brush(group, QPalette::Text));
+  cell.setBackground(palette().brush(usable ? QPalette::Base : QPalette::Window));
+  if (!usable && column > 0) cell.setToolTip("この行は保存されません");
+}
+
 void GridView::mirror() {
   mirroring_ = true;
   for (int row = 0; row < rowCount(); ++row) {
-    for (int column = 0; column < columnCount(); ++column) {
-      item(row, column)
-          ->setText(QString::fromStdString(
-              editor_.cell(static_cast<std::size_t>(row) + 1, static_cast<std::size_t>(column))));
-    }
+    for (int column = 0; column < columnCount(); ++column) show_cell(row, column);
   }
   setCurrentCell(static_cast<int>(editor_.row()) - 1, static_cast<int>(editor_.column()));
   if (editor_.editing()) {
@@ -127,10 +137,10 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
 // The input method composes in the text box, not on the grid.
 void GridView::inputMethodEvent(QInputMethodEvent* event) {
   if (event->commitString().isEmpty() && event->preeditString().isEmpty()) return;
-  editor_.open();
+  const bool opened = editor_.open();
   editor_.set_text("");
   mirror();
-  QCoreApplication::sendEvent(box_, event);
+  if (opened) QCoreApplication::sendEvent(box_, event);
 }
 
 void GridView::focusInEvent(QFocusEvent* event) {

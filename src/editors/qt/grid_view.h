@@ -28,6 +28,7 @@ class GridView : public QTableWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void show_cell(int row, int column);
   void lay_box_over_cell();
 
   GridEditor& editor_;
