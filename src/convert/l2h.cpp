@@ -1,5 +1,7 @@
 #include "convert/l2h.h"
 
+#include <optional>
+
 #include "convert/adif_contacts.h"
 #include "hamlog/hamlog_csv_writer.h"
 #include "text/file_identity.h"
@@ -73,16 +75,15 @@ ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, cons
   L2hRules rules({calls.calls, places.codes, places.jcc}, job.options.time_mode,
                  job.options.write_qth, state);
   const TemporaryFile temporary(job.temporary_folders, "csv_temp");
-  try {
+  std::optional<OutputFile> output;
+  prepare(report, [&] {
     write_all(contacts, rules, temporary.path(), context, report.findings);
-  } catch (const StopRequested&) {
-    report.stopped_by = "中止しました。出力はまだ書いていません";
-    return report;
-  }
-  OutputFile output(job.output, keep_rule(context, report.findings));
-  do_part(report, [&] { copy_lines(temporary.path(), output); });
-  do_part(report, [&] { output.close(); });
-  report.written = output.records();
+    output.emplace(job.output, keep_rule(context, report.findings));
+  });
+  if (!output) return report;
+  do_part(report, [&] { copy_lines(temporary.path(), *output); });
+  do_part(report, [&] { output->close(); });
+  report.written = output->records();
   return report;
 }
 

@@ -70,6 +70,8 @@ void do_part(ConversionReport& report, const std::function<void()>& part) {
 void prepare(ConversionReport& report, const std::function<void()>& part) {
   try {
     part();
+  } catch (const StopRequested&) {
+    report.stopped_by = "中止しました。出力はまだ書いていません";
   } catch (const Error& error) {
     if (report.findings.count(FindingKind::kFileKept) == 0) throw;
     report.stopped_by = error.what();

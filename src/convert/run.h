@@ -54,8 +54,9 @@ std::string kept_file_text(const std::filesystem::path& file, const std::filesys
 // Does a part of a run. A failure goes into the report's `stopped_by`.
 void do_part(ConversionReport& report, const std::function<void()>& part);
 
-// Does what comes before the first contact is written. A failure goes to the caller as it is,
-// unless the run has renamed a file by then, which the report must tell.
+// Does what comes before the output is opened, and opens it. The user's wish to stop goes into the
+// report; a failure goes to the caller as it is, unless the run has renamed a file by then, which
+// the report must tell.
 void prepare(ConversionReport& report, const std::function<void()>& part);
 
 }  // namespace tobarine

@@ -186,6 +186,21 @@ def one_at_a_time(folder):
               (folder / "both.adi").read_bytes() in whole.values())
 
 
+def killed(folder):
+    """Whenever a run is killed, the user's files are there, under their names or kept."""
+    originals = users_logs(folder)
+    for command, log in (("l2h", "my.adi"), ("h2l", "my.csv"), ("adif2zlog", "my.adi")) * 5:
+        there = folder / "there"
+        shutil.copytree(folder, there)
+        process = subprocess.Popen([CLI, "--quiet", command, there / log])
+        while process.poll() is None and len(list(there.iterdir())) == len(originals):
+            pass  # until the first file is renamed or made
+        process.kill()
+        process.wait()
+        check(f"{command} killed: {lost(there, originals)}", not lost(there, originals))
+        shutil.rmtree(there)
+
+
 def main():
     with tempfile.TemporaryDirectory(prefix="tobarine-") as name:
         folder = pathlib.Path(name)
@@ -195,6 +210,7 @@ def main():
         names_that_surprise(folder / "names")
         full_disk(folder / "full")
         one_at_a_time(folder / "one")
+        killed(folder / "killed")
         count = sequences(folder)
     print(f"outputs: {count} sequences of up to {LENGTH} commands,",
           "all checks passed" if failures == 0 else f"{failures} failed")

@@ -277,6 +277,23 @@ TEST_F(ZlogIn, ForeignBinaryLogsAreRefused) {
   EXPECT_TRUE(zlo("").empty());
 }
 
+TEST_F(ZlogIn, AStopInTheFirstHalfLeavesTheOutputAlone) {
+  std::string log = "zLog for Windows \r\n";
+  for (int i = 0; i < 5000; ++i) log += Line{}.text();
+  const H2lJob job{folder_.file("log", log),
+                   folder_.file("out.adi", "the user's"),
+                   {},
+                   H2lSource::kZlogAll,
+                   nullptr,
+                   'U',
+                   folder_ / "zlog_1.csv"};
+  const ConversionReport report =
+      run_h2l(job, delivered<ConversionTables>(), delivered<CallTables>(),
+              {[](double) { return false; }, {}});
+  EXPECT_TRUE(contains(report.stopped_by.value_or(""), "まだ書いていません"));
+  EXPECT_EQ(adif(), "the user's");
+}
+
 TEST_F(ZlogIn, InputOutputAndIntermediateFileMustDiffer) {
   const auto log = folder_.file("log.all", "zLog for Windows\r\n");
   H2lJob job{log, folder_ / "out.adi", {}, H2lSource::kZlogAll};
