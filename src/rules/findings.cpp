@@ -110,6 +110,18 @@ constexpr KindText kKinds[] = {
     {FindingKind::kQuoteSpansLines, "quote-spans-lines",
      "引用符で囲まれた欄が次の行に続く交信 (余分な引用符を直して下さい)"},
     {FindingKind::kInsideQuotes, "inside-quotes", "前の行の引用符の中なので出力しなかった交信"},
+    {FindingKind::kTagRepaired, "tag-repaired", "長さや形が正しくないので読み直したタグ"},
+    {FindingKind::kTextBetweenTags, "text-between-tags",
+     "どの欄のものでもないので読まなかった文字"},
+    {FindingKind::kNoEndOfRecord, "no-end-of-record",
+     "<EOR> が無いので、次の CALL かファイルの終わりまでを一つとした交信"},
+    {FindingKind::kFieldRepeated, "field-repeated", "二度あるので初めの値を採った欄"},
+    {FindingKind::kNotAscii, "not-ascii",
+     "ASCII で書けないので出力しなかった欄 (文字コードを UTF-8 にすると出力します)"},
+    {FindingKind::kValueNotAllowed, "value-not-allowed",
+     "ADIF の規格に合わないので APP_TOBARINE_ の欄に残した値"},
+    {FindingKind::kModeNotStandard, "mode-not-standard",
+     "ADIF の規格に無いので APP_TOBARINE_MODE の欄に残したモード"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

@@ -71,6 +71,13 @@ enum class FindingKind {
   kLineEndInValue,
   kQuoteSpansLines,
   kInsideQuotes,
+  kTagRepaired,
+  kTextBetweenTags,
+  kNoEndOfRecord,
+  kFieldRepeated,
+  kNotAscii,
+  kValueNotAllowed,
+  kModeNotStandard,
   kCount
 };
 
