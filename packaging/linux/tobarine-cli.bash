@@ -12,8 +12,8 @@ _tobarine_cli() {
         fi
         return ;;
       lookup) COMPREPLY=($(compgen -W 'calls codes jcc' -- "$word")); return ;;
-      build) COMPREPLY=($(compgen -W 'dxcc jcc codes' -- "$word")); return ;;
-      jarl) COMPREPLY=($(compgen -W 'check download' -- "$word")); return ;;
+      build) COMPREPLY=($(compgen -W 'dxcc jcc codes --from --output --force' -- "$word")); return ;;
+      jarl) COMPREPLY=($(compgen -W 'check download --timeout --url' -- "$word")); return ;;
     esac
   done
   COMPREPLY=($(compgen -W 'h2l eqsl l2h adif2zlog info lookup build jarl --home --set --report --json --quiet --version --help' -- "$word"))

@@ -129,6 +129,7 @@ class MainWindow {
   void check_jarl();
   void look_for_new_lists(bool at_start);
   void download_jarl();
+  bool replace_anyhow(const std::string& title, const std::string& refusal);
   void make_jcc_master();
   void make_dxcc_file();
   void learn_codes_from_log();

@@ -184,13 +184,22 @@ std::string news_of_lists(const std::array<std::string, 3>& dates,
   return {};
 }
 
+std::string plain_http_text(bool plain_http) {
+  return plain_http ? "\n" + std::string(kPlainHttpNote) + "。\n" : std::string();
+}
+
+constexpr const char* kMisprintNote =
+    "。\nリストの件数の誤植と思われるときは、三つのリストをブラウザーでプログラムフォルダーに保存し"
+    "て、"
+    "「JCC , JCG , 区リストの作成」で作れます。";
+
 }  // namespace
 
 void MainWindow::look_for_new_lists(bool at_start) {
   if (!at_start) begin_waiting("JARL のリストの更新日付けを調べています…");
   shell_.in_background([this, at_start, server = jarl_server] {
     std::string failure;
-    std::array<std::string, 3> dates;
+    JarlDates dates;
     try {
       dates = jarl_dates(server);
     } catch (const Error& error) {
@@ -199,13 +208,15 @@ void MainWindow::look_for_new_lists(bool at_start) {
     return Shell::Finish([this, at_start, dates, failure] {
       if (at_start) {
         controls.lblNotes.text = failure.empty()
-                                     ? news_of_lists(dates, dates_of_our_lists(settings_))
+                                     ? news_of_lists(dates.dates, dates_of_our_lists(settings_))
                                      : "JARL のリストの更新日付けを調べられませんでした";
       } else {
         end_waiting();
         const auto ours = dates_of_our_lists(settings_);
         tell(failure.empty() ? Shell::Icon::kInformation : Shell::Icon::kCritical,
-             "JCC , JCG  , 区リスト", failure.empty() ? list_dates_text(dates, ours) : failure);
+             "JCC , JCG  , 区リスト",
+             failure.empty() ? list_dates_text(dates, ours) + plain_http_text(dates.plain_http)
+                             : failure);
       }
       shell_.mirror();
     });
@@ -219,6 +230,8 @@ void MainWindow::download_jarl() {
     JarlLists lists;
     try {
       lists = fetch_jarl_lists(server);
+    } catch (const IncompleteLists& error) {
+      failure = std::string(error.what()) + kMisprintNote;
     } catch (const Error& error) {
       failure = error.what();
     }
@@ -236,7 +249,7 @@ void MainWindow::download_jarl() {
         before.load(file_in(folder_, "JCC_JCG.mas"));
         const JccChanges changes = compare_jcc(before.places(), lists.build.places);
         tell(Shell::Icon::kInformation, "JCC , JCG  , 区リスト",
-             text + jcc_text({lists.build, changes}) +
+             text + jcc_text({lists.build, changes, {}}) + plain_http_text(lists.plain_http) +
                  "\n取得しました。「JCC , JCG , 区リストの作成」で変換に使えるようになります。");
       } catch (const Error& error) {
         tell(Shell::Icon::kCritical, "JCC , JCG  , 区リスト", error.what());
@@ -246,20 +259,34 @@ void MainWindow::download_jarl() {
   });
 }
 
+bool MainWindow::replace_anyhow(const std::string& title, const std::string& refusal) {
+  return shell_.ask({title, refusal + "。\n書き換えますか?", {"書き換える"}}).has_value();
+}
+
 void MainWindow::make_jcc_master() {
-  const JccRenewal renewal =
-      renew_jcc_master(folder_, file_in(folder_, "JCC_JCG.mas"), keep_rule());
+  const char* const title = "JCC , JCG , 区リストの作成";
+  const auto file = file_in(folder_, "JCC_JCG.mas");
+  JccRenewal renewal = renew_jcc_master(folder_, file, OnLoss::kRefuse, keep_rule());
+  if (!renewal.refusal.empty()) {
+    if (!replace_anyhow(title, renewal.refusal)) return;
+    renewal = renew_jcc_master(folder_, file, OnLoss::kReplace, keep_rule());
+  }
   place_tables_.reset();  // loaded anew by the next conversion
-  tell(Shell::Icon::kInformation, "JCC , JCG , 区リストの作成", jcc_text(renewal));
+  tell(Shell::Icon::kInformation, title, jcc_text(renewal));
 }
 
 void MainWindow::make_dxcc_file() {
   const auto file = shell_.choose_file({"cty.dat を開く", "cty.dat", {"*.dat"}});
   if (!file) return;
-  const DxccFile built =
-      renew_dxcc_file(*file, folder_, file_in(folder_, "dxcc_hl.dat"), keep_rule());
+  const char* const title = "dxcc_hl.dat の作成";
+  const auto output = file_in(folder_, "dxcc_hl.dat");
+  DxccRenewal renewal = renew_dxcc_file(*file, folder_, output, OnLoss::kRefuse, keep_rule());
+  if (!renewal.refusal.empty()) {
+    if (!replace_anyhow(title, renewal.refusal)) return;
+    renewal = renew_dxcc_file(*file, folder_, output, OnLoss::kReplace, keep_rule());
+  }
   call_tables_.reset();
-  tell(Shell::Icon::kInformation, "dxcc_hl.dat の作成", dxcc_text(built));
+  tell(Shell::Icon::kInformation, title, dxcc_text(renewal.built));
 }
 
 void MainWindow::learn_codes_from_log() {

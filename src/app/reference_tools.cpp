@@ -1,5 +1,7 @@
 #include "app/reference_tools.h"
 
+#include <system_error>
+
 #include "hamlog/hamlog_csv.h"
 #include "text/error.h"
 #include "text/file_identity.h"
@@ -34,24 +36,27 @@ const VerdictText& text_of(CodeVerdict::Kind kind) {
   return kVerdicts[0];
 }
 
+// The table in a file; empty when there is none, or none that can be read.
+template <typename Table>
+Table present_table(const fs::path& path) {
+  Table table;
+  std::error_code error;
+  if (!fs::exists(path, error)) return table;
+  try {
+    table.load(path);
+  } catch (const Error&) {
+    return {};
+  }
+  return table;
+}
+
 // What is no such table may be a file of the user's own.
 bool is_dxcc_file(const fs::path& file) {
-  try {
-    PrefixTable().load(file);
-    return true;
-  } catch (const Error&) {
-    return false;
-  }
+  return present_table<PrefixTable>(file).numbers() > 0;
 }
 
 bool is_jcc_master(const fs::path& file) {
-  try {
-    JccMaster master;
-    master.load(file);
-    return !master.places().empty();
-  } catch (const Error&) {
-    return false;
-  }
+  return !present_table<JccMaster>(file).places().empty();
 }
 
 KeepRule keeping(const KeepRule& rule, bool (*is_table)(const fs::path&)) {
@@ -64,30 +69,62 @@ void put_lines(std::string_view what, const std::vector<std::string>& lines, std
   for (const std::string& line : lines) text.append("  ").append(line).append("\n");
 }
 
+// Fetched lists wait under names of their own until all are there; the mark says that they are.
+constexpr std::string_view kWaiting = ".new";
+constexpr std::string_view kAllThere = "jarl-lists.ready";
+
+fs::path waiting(const fs::path& folder, std::string_view file) {
+  return folder / (std::string(file) + std::string(kWaiting));
+}
+
+// Gives waiting lists their names, also those that a killed download has left.
+void take_waiting_lists(const fs::path& folder) {
+  std::error_code error;
+  const fs::path mark = folder / kAllThere;
+  if (!fs::exists(mark, error)) return;
+  for (const std::string_view file : kListFiles) {
+    const fs::path from = waiting(folder, file);
+    if (!fs::exists(from, error)) continue;
+    fs::rename(from, file_in(folder, file), error);
+    if (error) throw FileError(file_in(folder, file), "書き換えられません: " + error.message());
+  }
+  fs::remove(mark, error);
+}
+
 }  // namespace
 
-DxccFile renew_dxcc_file(const fs::path& cty_dat, const fs::path& folder, const fs::path& output,
-                         const KeepRule& rule) {
+DxccRenewal renew_dxcc_file(const fs::path& cty_dat, const fs::path& folder, const fs::path& output,
+                            OnLoss on_loss, const KeepRule& rule) {
   const fs::path entity_file = file_in(folder, "dxcc_mas.txt");
   refuse_shared_files({cty_dat, entity_file}, {output});
   EntityList entities;
   entities.load(entity_file);
-  DxccFile built = build_dxcc_file(cty_dat, entities);
-  replace_text_file(output, built.text, keeping(rule, is_dxcc_file));
-  return built;
+  DxccRenewal renewal{build_dxcc_file(cty_dat, entities), {}};
+  if (on_loss == OnLoss::kRefuse) {
+    renewal.refusal = dxcc_loss(present_table<PrefixTable>(output), renewal.built);
+  }
+  if (renewal.refusal.empty()) {
+    replace_text_file(output, renewal.built.text, keeping(rule, is_dxcc_file));
+  }
+  return renewal;
 }
 
-JccRenewal renew_jcc_master(const fs::path& lists_folder, const fs::path& output,
+JccRenewal renew_jcc_master(const fs::path& lists_folder, const fs::path& output, OnLoss on_loss,
                             const KeepRule& rule) {
   for (const std::string_view list : kListFiles) {
     refuse_shared_files({file_in(lists_folder, list)}, {output});
   }
-  JccRenewal renewal{build_jcc(lists_folder), {}};
-  JccMaster before;
-  if (is_jcc_master(output)) before.load(output);
-  replace_text_file(output, JccMaster::file_text(renewal.build.places),
-                    keeping(rule, is_jcc_master));
+  take_waiting_lists(lists_folder);
+  JccRenewal renewal{build_jcc(lists_folder), {}, {}};
+  const JccMaster before = present_table<JccMaster>(output);
   renewal.changes = compare_jcc(before.places(), renewal.build.places);
+  if (on_loss == OnLoss::kRefuse) {
+    renewal.refusal = jcc_loss(before.places().size(), renewal.changes, renewal.build);
+  }
+  if (renewal.refusal.empty()) {
+    replace_text_file(output, JccMaster::file_text(renewal.build.places),
+                      keeping(rule, is_jcc_master));
+  }
   return renewal;
 }
 
@@ -117,13 +154,17 @@ std::array<std::string, 3> dates_of_our_lists(const Settings& s) {
 
 bool is_newer_list(const std::string& server_date, const std::string& our_date) {
   // Dates compare as texts; what was fetched before under another form of date counts as old.
-  return server_date > our_date || !our_date.starts_with("2");
+  return !server_date.empty() && (server_date > our_date || !our_date.starts_with("2"));
 }
 
 void keep_jarl_lists(const JarlLists& fetched, const fs::path& folder, Settings& settings) {
+  std::error_code error;
+  fs::remove(folder / kAllThere, error);
   for (std::size_t i = 0; i < fetched.lists.size(); ++i) {
-    replace_file(file_in(folder, kListFiles[i]), fetched.lists[i]);
+    replace_file(waiting(folder, kListFiles[i]), fetched.lists[i]);
   }
+  replace_file(folder / kAllThere, {});
+  take_waiting_lists(folder);
   settings.jcc_list_date = fetched.dates[0];
   settings.jcg_list_date = fetched.dates[1];
 }
@@ -165,13 +206,13 @@ std::string learned_text(const CodesLearned& learned) {
   return text + "登録数: " + std::to_string(count) + " 件\n";
 }
 
-std::string list_dates_text(const std::array<std::string, 3>& server,
-                            const std::array<std::string, 3>& ours) {
+std::string list_dates_text(const JarlDates& server, const std::array<std::string, 3>& ours) {
   std::string text;
-  for (std::size_t i = 0; i < server.size(); ++i) {
-    text.append(kListFiles[i]).append(": サーバー ").append(server[i]).append("  取り込み済み ");
-    text.append(ours[i].empty() ? "なし" : ours[i]);
-    text.append(is_newer_list(server[i], ours[i]) ? "  新しいリストがあります\n" : "\n");
+  for (std::size_t i = 0; i < ours.size(); ++i) {
+    const std::string& date = server.dates[i];
+    text.append(kListFiles[i]).append(": サーバー ").append(date.empty() ? "日付不明" : date);
+    text.append("  取り込み済み ").append(ours[i].empty() ? "なし" : ours[i]);
+    text.append(is_newer_list(date, ours[i]) ? "  新しいリストがあります\n" : "\n");
   }
   return text;
 }

@@ -92,6 +92,7 @@ void PrefixTable::load(const std::filesystem::path& path) {
     const std::string_view key = trim(line.substr(0, kKeyWidth));
     if (key < previous) throw RecordError(path, reader.line(), "順番に並んでいません");
     previous = key;
+    loaded.numbers_.insert(place.dxcc);
     if (key[0] == '=') {
       loaded.calls_.add(key.substr(1), place);
     } else {

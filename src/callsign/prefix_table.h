@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,6 +70,7 @@ class PrefixTable {
 
   std::size_t calls() const { return calls_.size(); }
   std::size_t prefixes() const { return prefixes_.size(); }
+  std::size_t numbers() const { return numbers_.size(); }  // DXCC numbers
 
   // One line of the file, without its end.
   static std::string file_line(std::string_view key, const PlaceData& place);
@@ -79,6 +81,7 @@ class PrefixTable {
 
   PlaceMap calls_;
   PlaceMap prefixes_;
+  std::set<std::uint16_t> numbers_;
   // By the first two characters: bit n is set when a prefix of n characters begins with them.
   std::vector<std::uint32_t> lengths_;
 };

@@ -4,8 +4,10 @@
 #include <iostream>
 
 #include "cli/man_page.h"
+#include "reference/http.h"
 #include "rules/version.h"
 #include "text/error.h"
+#include "text/strings.h"
 
 namespace tobarine {
 namespace {
@@ -144,6 +146,7 @@ class Parser {
     CLI::App* dxcc = add(build, "dxcc", "cty.dat から dxcc_hl.dat を作る", Command::kBuildDxcc);
     add_path(dxcc, "CTY.DAT", o_.input, "cty.dat")->required();
     add_path(dxcc, "-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
+    add_force(dxcc);
     examples(dxcc, {"build dxcc cty.dat"});
     CLI::App* jcc =
         add(build, "jcc", "JARL の三つのリストから JCC_JCG.mas を作る", Command::kBuildJcc);
@@ -151,6 +154,7 @@ class Parser {
              "jcc-list.txt、jcg-list.txt、ku-list.txt のあるフォルダー "
              "(無ければプログラムフォルダー)");
     add_path(jcc, "-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
+    add_force(jcc);
     examples(jcc, {"build jcc", "build jcc --from lists -o JCC_JCG.mas"});
     CLI::App* codes = add(build, "codes",
                           "Hamlog の CSV から Code を覚えて h2l_cty.mas と "
@@ -161,12 +165,27 @@ class Parser {
     examples(build, {"build dxcc cty.dat", "build jcc", "build codes Hamlog.csv"});
   }
 
+  void add_force(CLI::App* build) {
+    build->add_flag("--force", o_.force, "大きく減るときや、リストが揃っていないときも書き換える");
+  }
+
+  void add_timeout(CLI::App* app) {
+    app->add_option("--timeout", o_.timeout,
+                    "待つ秒数 (1 から " + std::to_string(kLongestWait) + "、無ければ 60)")
+        ->check([](const std::string& text) {
+          const double seconds = leading_number(text);
+          const bool fits = all_digits(text) && seconds >= 1 && seconds <= kLongestWait;
+          return fits ? std::string()
+                      : "1 から " + std::to_string(kLongestWait) + " の秒数を書いて下さい: " + text;
+        });
+  }
+
   void add_jarl() {
     CLI::App* jarl = app_.add_subcommand("jarl", "JARL の JCC、JCG、区のリスト");
     jarl->require_subcommand(1);
     jarl->fallthrough();
     jarl->add_option("--url", o_.url, "リストのある場所 (無ければ JARL)");
-    jarl->add_option("--timeout", o_.timeout, "待つ秒数");
+    add_timeout(jarl);
     examples(jarl, {"jarl check", "jarl download && tobarine-cli build jcc"});
     examples(add(jarl, "check", "新しいリストがあるか調べる", Command::kJarlCheck),
              {"jarl check", "jarl --timeout 120 check"});

@@ -40,8 +40,9 @@ struct CliOptions {
   std::string time = "none";  // none, jst, utc, ja
   std::string date;           // yyyymmdd
   std::vector<std::string> items;
-  std::string url;    // of the JARL lists; empty: the league's own
-  long timeout = 60;  // seconds
+  std::string url;     // of the JARL lists; empty: the league's own
+  long timeout = 60;   // seconds
+  bool force = false;  // build: replace a reference file by one that has lost much
 };
 
 struct ParsedOptions {

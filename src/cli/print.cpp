@@ -188,7 +188,7 @@ void print_jcc_build(const CliOptions& options, const JccRenewal& renewal,
   std::cerr << "出力: " << output << '\n';
 }
 
-void print_jarl_dates(const CliOptions& options, const std::array<std::string, 3>& server,
+void print_jarl_dates(const CliOptions& options, const JarlDates& server,
                       const std::array<std::string, 3>& ours) {
   if (options.quiet) return;
   if (!options.json) {
@@ -196,11 +196,11 @@ void print_jarl_dates(const CliOptions& options, const std::array<std::string, 3
     return;
   }
   Json json = Json::array();
-  for (std::size_t i = 0; i < server.size(); ++i) {
+  for (std::size_t i = 0; i < ours.size(); ++i) {
     json.push_back({{"file", kListFiles[i]},
-                    {"server", server[i]},
+                    {"server", server.dates[i]},
                     {"ours", ours[i]},
-                    {"new", is_newer_list(server[i], ours[i])}});
+                    {"new", is_newer_list(server.dates[i], ours[i])}});
   }
   print_json(json, 2);
 }

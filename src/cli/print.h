@@ -50,7 +50,7 @@ void print_jcc(const CliOptions& options, const std::string& number, const JccPl
 void print_jcc_build(const CliOptions& options, const JccRenewal& renewal,
                      const std::string& output);
 // Dates in the order of the lists: on the server, and of the lists last fetched (empty: none).
-void print_jarl_dates(const CliOptions& options, const std::array<std::string, 3>& server,
+void print_jarl_dates(const CliOptions& options, const JarlDates& server,
                       const std::array<std::string, 3>& ours);
 void print_jarl_download(const CliOptions& options, const JarlLists& fetched,
                          const std::string& folder);

@@ -3,48 +3,80 @@
 #include <string_view>
 
 #include "text/error.h"
+#include "text/strings.h"
 
 namespace tobarine {
 namespace {
 
-using Ask = HttpAnswer (*)(const std::string& url, const HttpLimits& limits);
-
-HttpAnswer ask(const JarlServer& server, std::string_view file, Ask function) {
+std::string base_of(const JarlServer& server) {
   std::string base = server.url.empty() ? kJarlUrl : server.url;
   if (!base.ends_with('/')) base += '/';
-  const std::string url = base + std::string(file);
-  if (!server.url.empty()) return function(url, server.limits);
-  try {
-    return function(url, server.limits);
-  } catch (const NetworkError&) {
-    return function("http" + url.substr(std::string_view("https").size()), server.limits);
-  }
+  return base;
 }
 
-void refuse_short_list(std::string_view file, std::string_view list, const JccCount& found) {
-  const JccCount stated = stated_count(list);
-  if (stated == JccCount() || stated == found) return;
-  throw NetworkError(file, "リストが揃っていません (現存 " + std::to_string(stated.current) +
-                               " 消滅 " + std::to_string(stated.abolished) + " のはずが " +
-                               std::to_string(found.current) + " と " +
-                               std::to_string(found.abolished) + ")");
+HttpAnswer ask(const JarlServer& server, std::string_view file, const HttpAsk& function,
+               bool& plain_http) {
+  const std::string url = base_of(server) + std::string(file);
+  if (!server.url.empty()) return function(url, server.limits);
+  return ask_securely(url, server.limits, function, plain_http);
+}
+
+// A page that stands in for the list, as some networks show before their users have signed in.
+bool is_page(std::string_view body) {
+  const std::string beginning = upper(body.substr(0, 1000));
+  return contains(beginning, "<HTML") || contains(beginning, "<!DOCTYPE");
+}
+
+std::string date_on_server(const JarlServer& server, std::string_view file, bool& plain_http) {
+  try {
+    std::string date = ask(server, file, http_head, plain_http).last_modified;
+    if (!date.empty()) return date;
+  } catch (const HttpError& error) {  // some servers only answer when the file itself is asked for
+    if (error.kind() != HttpError::Kind::kAnswered) throw;
+  }
+  HttpAnswer answer = ask(server, file, http_get, plain_http);
+  if (is_page(answer.body)) {
+    throw NetworkError(base_of(server) + std::string(file), "リストではないようです");
+  }
+  return answer.last_modified.empty() ? stated_date(answer.body) : std::move(answer.last_modified);
+}
+
+// What came without https may be anything; only a list that counts itself is believed.
+void refuse_uncounted(const JarlServer& server, const std::array<std::string, 3>& lists) {
+  for (std::size_t i = 0; i < lists.size(); ++i) {
+    if (stated_count(lists[i]) != JccCount()) continue;
+    throw NetworkError(base_of(server) + std::string(kListFiles[i]),
+                       "https で取得できず、リストに件数も書いてないので、確かめられません");
+  }
 }
 
 }  // namespace
 
-std::array<std::string, 3> jarl_dates(const JarlServer& server) {
-  std::array<std::string, 3> dates;
-  for (std::size_t i = 0; i < dates.size(); ++i) {
-    dates[i] = ask(server, kListFiles[i], http_head).last_modified;
-    if (dates[i].empty()) dates[i] = stated_date(ask(server, kListFiles[i], http_get).body);
+HttpAnswer ask_securely(const std::string& https_url, const HttpLimits& limits, const HttpAsk& ask,
+                        bool& plain_http) {
+  if (!plain_http) {
+    try {
+      return ask(https_url, limits);
+    } catch (const HttpError& error) {
+      if (error.kind() != HttpError::Kind::kRefused) throw;
+      plain_http = true;
+    }
   }
-  return dates;
+  return ask("http" + https_url.substr(std::string_view("https").size()), limits);
+}
+
+JarlDates jarl_dates(const JarlServer& server) {
+  JarlDates result;
+  for (std::size_t i = 0; i < kListFiles.size(); ++i) {
+    result.dates[i] = date_on_server(server, kListFiles[i], result.plain_http);
+  }
+  return result;
 }
 
 JarlLists fetch_jarl_lists(const JarlServer& server) {
   JarlLists result;
   for (std::size_t i = 0; i < kListFiles.size(); ++i) {
-    HttpAnswer answer = ask(server, kListFiles[i], http_get);
+    HttpAnswer answer = ask(server, kListFiles[i], http_get, result.plain_http);
     result.lists[i] = std::move(answer.body);
     result.dates[i] = answer.last_modified.empty() ? stated_date(result.lists[i])
                                                    : std::move(answer.last_modified);
@@ -52,11 +84,12 @@ JarlLists fetch_jarl_lists(const JarlServer& server) {
   try {
     result.build = build_jcc(result.lists);
   } catch (const FileError& error) {
-    throw NetworkError(server.url.empty() ? kJarlUrl : server.url, error.what());
+    throw NetworkError(base_of(server), error.what());
   }
-  refuse_short_list(kListFiles[0], result.lists[0], result.build.cities);
-  refuse_short_list(kListFiles[1], result.lists[1], result.build.guns);
-  refuse_short_list(kListFiles[2], result.lists[2], result.build.wards);
+  if (const std::string reason = miscount_text(result.build); !reason.empty()) {
+    throw IncompleteLists(base_of(server), reason);
+  }
+  if (result.plain_http) refuse_uncounted(server, result.lists);
   return result;
 }
 

@@ -18,6 +18,9 @@ namespace {
 enum class ListKind { kCities, kGuns, kWards };
 
 constexpr std::size_t kTitleLines = 5;
+constexpr std::size_t kLongestLine = 1000;  // bytes
+constexpr std::size_t kMostProblems = 100;
+constexpr std::size_t kShownChars = 80;  // of a line that is named in a problem
 
 // Tabs, full-width blanks and full-width brackets as their half-width forms.
 std::string plain(std::string text) {
@@ -89,21 +92,41 @@ class ListReader {
 
   JccCount read(std::string_view file, std::string_view bytes) {
     file_ = file;
-    for (const std::string& line : text_lines(bytes)) {
+    for_each_text_line(bytes, [this](const std::string& line) {
       ++line_;
       read_line(line);
+      return true;
+    });
+    if (problems_ > kMostProblems) {
+      build_.problems.push_back(file_ + ": ほか " + std::to_string(problems_ - kMostProblems) +
+                                " 行");
     }
+    compare_with_stated(bytes);
     if (count_.current == 0) throw FileError(file, "リストではないようです (番号の行がありません)");
     return count_;
   }
 
  private:
   void problem(const std::string& reason, std::string_view text) {
+    if (++problems_ > kMostProblems) return;
     build_.problems.push_back(file_ + ": " + std::to_string(line_) + " 行目: " + reason + ": " +
-                              std::string(trim(text)));
+                              std::string(left_chars(trim(text), kShownChars)));
+  }
+
+  void compare_with_stated(std::string_view bytes) {
+    const JccCount stated = stated_count(bytes);
+    if (stated == JccCount() || stated == count_) return;
+    build_.miscounts.push_back(file_ + ": 現存 " + std::to_string(stated.current) + " 消滅 " +
+                               std::to_string(stated.abolished) + " のはずが " +
+                               std::to_string(count_.current) + " と " +
+                               std::to_string(count_.abolished));
   }
 
   void read_line(const std::string& line) {
+    if (line.size() > kLongestLine) {
+      problem("長すぎる行", line);
+      return;
+    }
     if (has_invalid_byte(line)) {
       problem("壊れた文字のある行", line);
       return;
@@ -184,6 +207,9 @@ class ListReader {
                    prefecture->second + full_name(number, name)};
     if (place.abolished == "*")
       problem("消滅日の読めない行", std::string(number) + std::string(rest));
+    if (build_.places.size() >= kMostPlaces) {
+      throw FileError(file_, "リストではないようです (番号が多すぎます)");
+    }
     ++(abolished ? count_.abolished : count_.current);
     build_.places.push_back(std::move(place));
   }
@@ -216,43 +242,55 @@ class ListReader {
   JccCount count_;
   std::string file_;
   std::size_t line_ = 0;
+  std::size_t problems_ = 0;
   bool in_body_ = false;
   std::string heading_;  // number of the prefecture or city
   std::string city_;
 };
 
+// Calls `visit` with each of the first lines until it returns true.
+template <typename Visit>
+void search_title(std::string_view list, Visit visit) {
+  std::size_t lines = 0;
+  for_each_text_line(list, [&](const std::string& line) {
+    return ++lines <= kTitleLines && line.size() <= kLongestLine && !visit(line);
+  });
+}
+
 }  // namespace
 
 JccCount stated_count(std::string_view list) {
-  std::size_t lines = 0;
-  for (const std::string& line : text_lines(list)) {
-    if (++lines > kTitleLines) break;
+  JccCount count;
+  search_title(list, [&count](const std::string& line) {
     const std::size_t at = line.find("消滅");
-    if (at == std::string::npos) continue;
+    if (at == std::string::npos) return false;
     const std::vector<unsigned> before = numbers_of(std::string_view(line).substr(0, at));
     const std::vector<unsigned> behind = numbers_of(std::string_view(line).substr(at));
-    if (!before.empty() && !behind.empty()) return {before.back(), behind.front()};
-  }
-  return {};
+    if (before.empty() || behind.empty()) return false;
+    count = {before.back(), behind.front()};
+    return true;
+  });
+  return count;
 }
 
 std::string stated_date(std::string_view list) {
-  std::size_t lines = 0;
-  for (const std::string& line : text_lines(list)) {
-    if (++lines > kTitleLines) break;
+  std::string date;
+  search_title(list, [&date](const std::string& line) {
     const std::vector<unsigned> numbers = numbers_of(line);
     for (std::size_t i = 0; i + 2 < numbers.size(); ++i) {
-      std::string date = date_text(numbers[i], numbers[i + 1], numbers[i + 2]);
-      if (date != "*") return date;
+      date = date_text(numbers[i], numbers[i + 1], numbers[i + 2]);
+      if (date != "*") return true;
     }
-  }
-  return {};
+    date.clear();
+    return false;
+  });
+  return date;
 }
 
 JccBuild build_jcc(const std::filesystem::path& folder) {
   std::array<std::string, 3> lists;
   for (std::size_t i = 0; i < lists.size(); ++i) {
-    lists[i] = read_whole_file(file_in(folder, kListFiles[i]));
+    lists[i] = read_whole_file(file_in(folder, kListFiles[i]), kLargestList);
   }
   return build_jcc(lists);
 }
@@ -300,6 +338,24 @@ JccChanges compare_jcc(const std::vector<JccPlace>& before, const std::vector<Jc
     changes.removed.push_back(place->number + " " + place->name);
   }
   return changes;
+}
+
+std::string miscount_text(const JccBuild& build) {
+  std::string text;
+  for (const std::string& miscount : build.miscounts) {
+    text.append(text.empty() ? "リストが揃っていません (" : "、").append(miscount);
+  }
+  return text.empty() ? text : text + ")";
+}
+
+std::string jcc_loss(std::size_t places_before, const JccChanges& changes, const JccBuild& build) {
+  std::string reason = miscount_text(build);
+  if (changes.removed.size() * 10 > places_before) {
+    reason.append(reason.empty() ? "" : "。").append("今の ");
+    reason.append(std::to_string(places_before)).append(" 件の内 ");
+    reason.append(std::to_string(changes.removed.size())).append(" 件が無くなります");
+  }
+  return reason;
 }
 
 }  // namespace tobarine

@@ -30,12 +30,19 @@ struct JccBuild {
   JccCount cities;               // the wards of Tokyo included, as the list counts
   JccCount guns;
   JccCount wards;
-  std::vector<std::string> problems;  // "file: line: reason: text", for people
+  // "file: line: reason: text", for people; of very many only the first, and how many there are.
+  std::vector<std::string> problems;
+  // For people: each list that holds another number of places than its first lines say.
+  std::vector<std::string> miscounts;
 };
 
 // The lists' file names, in the order cities, guns, wards.
 inline constexpr std::array<std::string_view, 3> kListFiles = {"jcc-list.txt", "jcg-list.txt",
                                                                "ku-list.txt"};
+
+// Far more than Japan has ever had: a list with more is something else.
+inline constexpr std::size_t kMostPlaces = 20'000;
+inline constexpr std::size_t kLargestList = 4'000'000;  // bytes
 
 // The same from the lists' bytes, in that order.
 JccBuild build_jcc(const std::array<std::string, 3>& lists);
@@ -58,5 +65,13 @@ struct JccChanges {
   std::vector<std::string> removed;
 };
 JccChanges compare_jcc(const std::vector<JccPlace>& before, const std::vector<JccPlace>& after);
+
+// The build's miscounts in one line; empty when there are none.
+std::string miscount_text(const JccBuild& build);
+
+// Why a new master should not take the place of an old one of so many places without being asked
+// for: a list is not complete, or more than a tenth of the places is gone. Empty: nothing speaks
+// against it.
+std::string jcc_loss(std::size_t places_before, const JccChanges& changes, const JccBuild& build);
 
 }  // namespace tobarine

@@ -105,7 +105,7 @@ std::size_t count_lines(const std::filesystem::path& path) {
   return lines.line();
 }
 
-std::string read_whole_file(const std::filesystem::path& path) {
+std::string read_whole_file(const std::filesystem::path& path, std::size_t largest) {
   InputFile file(path);
   std::string bytes;
   std::size_t got = 0;
@@ -114,22 +114,32 @@ std::string read_whole_file(const std::filesystem::path& path) {
     bytes.resize(size + kBuffer);
     got = file.read(bytes.data() + size, kBuffer);
     bytes.resize(size + got);
-    if (bytes.size() > kLargestWholeFile)
-      throw FileError(path, "大きすぎます (64 MB を超えています)");
+    if (bytes.size() > largest) {
+      throw FileError(
+          path, "大きすぎます (" + std::to_string(largest / 1'000'000) + " MB を超えています)");
+    }
   } while (got == kBuffer);
   return bytes;
 }
 
-std::vector<std::string> text_lines(std::string_view bytes) {
+void for_each_text_line(std::string_view bytes,
+                        const std::function<bool(const std::string& line)>& visit) {
   if (bytes.ends_with(kEndMark)) bytes.remove_suffix(1);
-  std::vector<std::string> lines;
   while (!bytes.empty()) {
     const std::size_t end = std::min(bytes.find('\n'), bytes.size());
     std::string_view line = bytes.substr(0, end);
     if (end < bytes.size() && line.ends_with('\r')) line.remove_suffix(1);
-    lines.push_back(from_cp932(line));
+    if (!visit(from_cp932(line))) return;
     bytes.remove_prefix(std::min(end + 1, bytes.size()));
   }
+}
+
+std::vector<std::string> text_lines(std::string_view bytes) {
+  std::vector<std::string> lines;
+  for_each_text_line(bytes, [&lines](const std::string& line) {
+    lines.push_back(line);
+    return true;
+  });
   return lines;
 }
 

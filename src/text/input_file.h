@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -99,12 +100,15 @@ class LineReader {
 // The number of lines, a last one without a line end included. Throws FileError, RecordError.
 std::size_t count_lines(const std::filesystem::path& path);
 
-// The whole file as bytes. For the small files of the program folder; one beyond kLargestWholeFile
-// is refused with a FileError.
+// The whole file as bytes. For the small files of the program folder; one with more than `largest`
+// bytes is refused with a FileError.
 inline constexpr std::size_t kLargestWholeFile = std::size_t{1} << 26;  // 64 MB
-std::string read_whole_file(const std::filesystem::path& path);
+std::string read_whole_file(const std::filesystem::path& path,
+                            std::size_t largest = kLargestWholeFile);
 
-// The lines of CP932 bytes, as UTF-8.
+// The lines of CP932 bytes, as UTF-8: one after the other until `visit` returns false, or all.
+void for_each_text_line(std::string_view bytes,
+                        const std::function<bool(const std::string& line)>& visit);
 std::vector<std::string> text_lines(std::string_view bytes);
 
 // The file's lines as UTF-8. For the small files of the program folder.

@@ -86,10 +86,14 @@ std::string number_text(double number) {
 
 void replace_all(std::string& text, std::string_view what, std::string_view with) {
   std::size_t at = text.find(what);
-  while (at != std::string::npos) {
-    text.replace(at, what.size(), with);
-    at = text.find(what, at + with.size());
+  if (at == std::string::npos) return;
+  std::string result;
+  std::size_t from = 0;
+  for (; at != std::string::npos; at = text.find(what, from)) {
+    result.append(text, from, at - from).append(with);
+    from = at + what.size();
   }
+  text = result.append(text, from);
 }
 
 std::size_t blank_line_ends(std::string& text, std::size_t from) {

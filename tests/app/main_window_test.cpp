@@ -640,6 +640,19 @@ TEST_F(MainWindowTest, ToolsRenewTheReferenceFiles) {
   EXPECT_EQ(shell_.zlog_windows, 1);
 }
 
+TEST_F(MainWindowTest, AReferenceFileThatShrinksIsReplacedOnlyWhenTheUserSaysSo) {
+  const std::string before = TestFolder::bytes_of(home() / "dxcc_hl.dat");
+  const fs::path small = folder_.text("cty.dat", "Japan: 25: 45: AS: 1: 2: 3: JA:\r\n JA;\r\n");
+  open("mnuMake_dxcc_hl_dat", small);
+  ASSERT_EQ(shell_.choices.size(), 1U);
+  EXPECT_TRUE(contains(shell_.choices[0].text, "大きく減ります"));
+  EXPECT_FALSE(contains(shell_.choices[0].text, "--force"));
+  EXPECT_EQ(TestFolder::bytes_of(home() / "dxcc_hl.dat"), before);
+  shell_.answers.push_back(0);
+  open("mnuMake_dxcc_hl_dat", small);
+  EXPECT_LT(TestFolder::bytes_of(home() / "dxcc_hl.dat").size(), 1000U);
+}
+
 TEST(MainControlsTest, EveryMenuEntryIsACommandOrHoldsOthers) {
   // A name that means nothing would do nothing: each entry without entries of its own must.
   const TestFolder folder;

@@ -191,6 +191,21 @@ fi
 cp "$TOBARINE_HOME/dxcc_hl.dat" before.dat
 refused "damaged cty.dat" "$cli" build dxcc log.csv
 equal before.dat "$TOBARINE_HOME/dxcc_hl.dat"
+printf 'Japan: 25: 45: AS: 1: 2: 3: JA:\r\n JA;\r\n' >small.dat
+refused "cty.dat of one entity" "$cli" build dxcc small.dat
+check "cty.dat of one entity" 1 'force' "$cli" build dxcc small.dat
+equal before.dat "$TOBARINE_HOME/dxcc_hl.dat"
+check "a new file loses nothing" 0 '処理終了' "$cli" build dxcc small.dat -o small_hl.dat
+check "cty.dat of one entity, forced" 0 '処理終了' "$cli" build dxcc small.dat --force
+equal small_hl.dat "$TOBARINE_HOME/dxcc_hl.dat"
+cp before.dat "$TOBARINE_HOME/dxcc_hl.dat"
+head -c 50000 /dev/zero | tr '\0' / >slashes.txt
+check "a call of slashes" 0 '^////*	$' sh -c "'$cli' lookup calls <slashes.txt | cut -f1,2"
+head -c 200000 /dev/zero | tr '\0' J >long.txt
+refused "a line without end" sh -c "'$cli' lookup calls <long.txt"
+awk '{ printf "JA1ABC%s,24/05/01,12:00J,59,59,7,CW,100101,,,,,,,\r\n", $0 }' slashes.txt >slashes.csv
+check "a contact with it" 0 '変換数: 1 件' "$cli" --set Chk_9=1 h2l slashes.csv
+check "codes from it" 0 '登録数: 0 件' "$cli" build codes slashes.csv
 printf 'W1AW,24/05/01,12:00U,59,59,14,CW,502A,,,,,,,\r\n' >codes.csv
 cat codes.csv codes.csv >codes2.csv
 check "learn codes" 0 '登録数: 1 件' "$cli" build codes codes2.csv

@@ -6,6 +6,7 @@
 import http.server
 import pathlib
 import shutil
+import ssl
 import subprocess
 import sys
 import tempfile
@@ -27,6 +28,30 @@ class Handler(http.server.BaseHTTPRequestHandler):
     def answer(self):
         _, how, name = self.path.split("/")
         body = LISTS[name].encode("cp932")
+        if self.command == "HEAD" and how == "nohead":
+            self.send_error(405)
+            return
+        if self.command == "HEAD" and how == "hangup":
+            self.close_connection = True
+            return
+        if how == "circle":
+            self.send_response(302)
+            self.send_header("Location", self.path)
+            self.end_headers()
+            return
+        if how == "nothing":
+            self.send_response(204)
+            self.end_headers()
+            return
+        if how == "drip":
+            self.send_response(200)
+            self.end_headers()
+            for byte in body:
+                self.wfile.write(bytes([byte]))
+                time.sleep(0.2)
+            return
+        if how == "undated":
+            body = body.replace(b"2019.5.1", b"").replace(b"2018.10.01", b"").replace(b"2024", b"")
         if how == "moved":
             self.send_response(302)
             self.send_header("Location", f"/dated/{name}")
@@ -39,7 +64,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
             body = b"<html><body>Not a list</body></html>"
         if how == "short" and name == "jcc-list.txt":
             body = body[: body.rindex(b"*")]
-        if how == "slow":
+        if how == "slow" or (how == "late" and name == "ku-list.txt"):
             time.sleep(5)
         self.send_response(200)
         if how == "dated":
@@ -47,12 +72,15 @@ class Handler(http.server.BaseHTTPRequestHandler):
         self.send_header("Content-Length", str(len(body) + (50 if how == "cut" else 0)))
         self.end_headers()
         if self.command == "GET":
-            try:
-                self.wfile.write(body)
-            except OSError:
-                pass  # the slow answer comes after the client has gone
+            self.wfile.write(body)
 
-    do_GET = do_HEAD = answer
+    def answer_who_still_listens(self):
+        try:
+            self.answer()
+        except OSError:
+            pass  # the client has had enough
+
+    do_GET = do_HEAD = answer_who_still_listens
 
     def log_message(self, *_):
         pass
@@ -66,6 +94,51 @@ def check(what, condition, detail=""):
     if not condition:
         failures += 1
         print(f"FAILED: {what} {detail}")
+
+
+def certificates(home):
+    """A server whose certificate nobody vouches for is not asked again without one."""
+    pem = home.parent / "self-signed.pem"
+    made = shutil.which("openssl") and subprocess.run(
+        ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "1", "-subj", "/CN=127.0.0.1",
+         "-addext", "subjectAltName=IP:127.0.0.1", "-keyout", pem, "-out", pem.with_suffix(".crt")],
+        capture_output=True).returncode == 0
+    if not made:
+        print("jarl: no openssl, the certificate is not tried")
+        return
+    context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+    context.load_cert_chain(pem.with_suffix(".crt"), pem)
+    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+    server.socket = context.wrap_socket(server.socket, server_side=True)
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    for command in ["check", "download"]:
+        run = subprocess.run([CLI, "--home", home, "jarl", command, "--timeout", "5", "--url",
+                              f"https://127.0.0.1:{server.server_address[1]}/dated"],
+                             capture_output=True, text=True, timeout=60)
+        check(command + " without a good certificate", run.returncode == 1 and "証明書" in run.stderr, run.stderr)
+
+
+def killed_download(home, url):
+    """Lists of one age, wherever a download is cut."""
+    new = {name: text.replace("20", "30").encode("cp932") for name, text in LISTS.items()}
+    for name, text in LISTS.items():
+        (home / name).write_text(text, "cp932", newline="")
+    run = subprocess.Popen([CLI, "--home", home, "jarl", "download", "--url", url + "/late"])
+    time.sleep(1)
+    run.kill()
+    run.wait()
+    check("killed while waiting", all((home / n).read_bytes() == t.encode("cp932") for n, t in LISTS.items()))
+    for name in LISTS:  # as a kill between the first and the second list leaves it
+        (home / (name + ".new")).write_bytes(new[name])
+    (home / "jarl-lists.ready").touch()
+    (home / "jcc-list.txt.new").rename(home / "jcc-list.txt")
+    subprocess.run([CLI, "--home", home, "build", "jcc", "--force"], capture_output=True)
+    check("killed while renaming", all((home / n).read_bytes() == new[n] for n in LISTS))
+    check("nothing waits any more", not [f for f in home.iterdir() if f.suffix in (".new", ".ready")])
+    # Lists that were not all there yet are not taken.
+    (home / "jcc-list.txt.new").write_bytes(b"half")
+    subprocess.run([CLI, "--home", home, "build", "jcc", "--force"], capture_output=True)
+    check("killed while fetching", (home / "jcc-list.txt").read_bytes() == new["jcc-list.txt"])
 
 
 def main():
@@ -87,9 +160,22 @@ def main():
         run = jarl("check", "dated")
         check("check", run.returncode == 0 and run.stdout.count("新しい") == 3, run.stdout + run.stderr)
         check("check writes nothing", settings() == "")
+        for how in ["nohead", "hangup"]:
+            run = jarl("check", how)
+            check("check: " + how, run.returncode == 0 and run.stdout.count("新しい") == 3, run.stdout + run.stderr)
+        run = jarl("check", "undated")
+        check("no date", run.returncode == 0 and run.stdout.count("日付不明") == 3 and "新しい" not in run.stdout,
+              run.stdout + run.stderr)
+        for how, reason in [("html", "リストではない"), ("circle", "移され続け"), ("nothing", "204"),
+                            ("drip", "時間切れ"), ("slow", "時間切れ")]:
+            run = jarl("check", how)
+            check("check: " + how, run.returncode == 1 and reason in run.stderr, run.stderr)
+        for seconds in ["0", "-1", "3601", "99999999999999999999", "2x", "1.5"]:
+            run = subprocess.run([CLI, "jarl", "check", "--timeout", seconds], capture_output=True, text=True)
+            check("timeout " + seconds, run.returncode == 2 and "秒" in run.stderr, run.stderr)
 
         for how, reason in [("missing", "404"), ("html", "リストではない"), ("cut", "途中で切れ"),
-                            ("slow", "時間切れ"), ("short", "揃っていません")]:
+                            ("slow", "時間切れ"), ("short", "揃っていません"), ("short", "--from")]:
             run = jarl("download", how)
             check(how, run.returncode == 1 and reason in run.stderr, run.stderr)
             check(how + ": one line", run.stderr.count("\n") == 1, run.stderr)
@@ -112,8 +198,16 @@ def main():
         check("the old list stays", (home / "jcc-list.txt").read_bytes() == before)
 
         build = subprocess.run([CLI, "--home", home, "build", "jcc"], capture_output=True, text=True)
+        check("lists of a few places", build.returncode == 1 and "--force" in build.stderr
+              and (home / "JCC_JCG.mas").read_bytes() == (SOURCE / "data/JCC_JCG.mas").read_bytes(), build.stderr)
+        build = subprocess.run([CLI, "--home", home, "build", "jcc", "--force"], capture_output=True, text=True)
         check("build from the folder", build.returncode == 0 and "現存 1  消滅 1" in build.stdout,
               build.stdout + build.stderr)
+        (home / "ku-list.txt").write_text(LISTS["ku-list.txt"].replace("都市1区", "都市2区"), "cp932")
+        build = subprocess.run([CLI, "--home", home, "build", "jcc"], capture_output=True, text=True)
+        check("a wrong count", build.returncode == 1 and "揃っていません (ku-list.txt" in build.stderr, build.stderr)
+        certificates(home)
+        killed_download(home, f"http://127.0.0.1:{server.server_address[1]}")
     print("jarl: all checks passed" if failures == 0 else f"jarl: {failures} checks failed")
     sys.exit(failures)
 

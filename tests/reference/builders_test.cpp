@@ -6,6 +6,7 @@
 #include "paths.h"
 #include "reference/code_learner.h"
 #include "reference/dxcc_builder.h"
+#include "reference/jarl_lists.h"
 #include "reference/jcc_builder.h"
 #include "test_folder.h"
 #include "text/error.h"
@@ -85,6 +86,32 @@ TEST_F(DxccBuilder, DamagedFilesAreRefusedWithLineAndReason) {
   }
 }
 
+TEST_F(DxccBuilder, TellsWhenMuchWouldBeLost) {
+  PrefixTable before;
+  before.load(folder_.text("dxcc_hl.dat", build(kItaly).text));
+  EXPECT_EQ(dxcc_loss(before, build(kItaly)), "");
+  const std::string smaller = kItaly;
+  EXPECT_TRUE(
+      contains(dxcc_loss(before, build(smaller.substr(0, smaller.find("Sicily")))), "4 → 3"));
+  const std::string spain = "Spain: 14: 37: EU: 1: 2: 3: EA:\r\n EA;\r\n";
+  before.load(folder_.text("dxcc_hl.dat", build(kItaly + spain).text));
+  EXPECT_TRUE(contains(dxcc_loss(before, build(kItaly)), "2 → 1"));
+  EXPECT_EQ(dxcc_loss(PrefixTable(), build(kItaly)), "");
+}
+
+TEST_F(DxccBuilder, FilesBeyondAnyMeasureAreRefused) {
+  std::string calls = "Italy: 15: 28: EU: 1: 2: 3: I:\r\n I";
+  for (std::size_t i = 0; i < kMostDxccEntries; ++i) {
+    calls += (i % 1000 == 0 ? ",\r\n=I" : ",=I") + std::to_string(i);
+  }
+  EXPECT_TRUE(contains(refusal(calls + ";\r\n"), "多すぎます"));
+  EXPECT_TRUE(
+      contains(refusal("Italy: 15: 28: EU: 1: 2: 3: I:\r\n I," + std::string(2'000'000, 'I')),
+               "2 行目: 行が長すぎます"));
+  EXPECT_LT(refusal("Italy: 15: 28: EU: 1: 2: 3: I:\r\n " + std::string(100'000, 'I') + ";").size(),
+            500U);
+}
+
 TEST(JccBuilder, ReadsTheListsInTheirShapes) {
   const TestFolder folder;
   folder.text(
@@ -141,6 +168,53 @@ TEST(JccBuilder, TellsWhatChanges) {
   EXPECT_EQ(changes.abolished, std::vector<std::string>{"0102 B 2020/01/01"});
   EXPECT_EQ(changes.renamed, std::vector<std::string>{"0101 A2 (A)"});
   EXPECT_EQ(changes.removed, std::vector<std::string>{"0103 C"});
+}
+
+TEST(JccBuilder, TellsWhenMuchWouldBeLost) {
+  JccBuild build;
+  JccChanges changes;
+  changes.removed.resize(10);
+  EXPECT_EQ(jcc_loss(100, changes, build), "");
+  EXPECT_TRUE(contains(jcc_loss(99, changes, build), "99 件の内 10 件"));
+  build.miscounts = {"a", "b"};
+  EXPECT_TRUE(contains(jcc_loss(100, changes, build), "揃っていません (a、b)"));
+}
+
+TEST(JccBuilder, ListsBeyondAnyMeasureAreRefused) {
+  const std::array<std::string, 3> lists = {"a 01\r\n0101 A \x88\xA0\r\n",
+                                            "a 01\r\n01001 A \x88\xA0\r\n",
+                                            "\x88\xA0\x8E\x73(0101)\r\n010101 A \x88\xA0\r\n"};
+  std::array<std::string, 3> wide = lists;
+  for (int i = 0; i < 5000; ++i) wide[1] += "?1\r\n";
+  EXPECT_LT(build_jcc(wide).problems.size(), 200U);
+  wide = lists;
+  for (std::size_t i = 0; i <= kMostPlaces; ++i) wide[0] += "0101 A \x88\xA0\r\n";
+  EXPECT_THROW(build_jcc(wide), FileError);
+  const TestFolder folder;
+  folder.text("jcc-list.txt", std::string(kLargestList + 1, ' '));
+  EXPECT_THROW(build_jcc(folder.path()), FileError);
+}
+
+TEST(JarlLists, OnlyARefusedConnectionLeadsToPlainHttp) {
+  for (const auto kind :
+       {HttpError::Kind::kRefused, HttpError::Kind::kAnswered, HttpError::Kind::kOther}) {
+    std::string asked;
+    const HttpAsk ask = [&](const std::string& url, const HttpLimits&) -> HttpAnswer {
+      asked += url + " ";
+      if (url.starts_with("https")) throw HttpError(kind, url, "");
+      return {"list", ""};
+    };
+    bool plain = false;
+    if (kind == HttpError::Kind::kRefused) {
+      EXPECT_EQ(ask_securely("https://a/b", {}, ask, plain).body, "list");
+      ask_securely("https://a/c", {}, ask, plain);
+      EXPECT_TRUE(plain);
+      EXPECT_EQ(asked, "https://a/b http://a/b http://a/c ");
+    } else {
+      EXPECT_THROW(ask_securely("https://a/b", {}, ask, plain), HttpError);
+      EXPECT_EQ(asked, "https://a/b ");
+    }
+  }
 }
 
 TEST(JccBuilder, RefusesWhatIsNoList) {
