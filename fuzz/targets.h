@@ -19,8 +19,9 @@ struct Target {
   std::array<std::string_view, 2> seeds = {};
 };
 
-// The readers of logs, those of reference files, and whole runs.
+// The readers of logs, those of today's zLog, those of reference files, and whole runs.
 std::span<const Target> log_targets();
+std::span<const Target> zlog_targets();
 std::span<const Target> reference_targets();
 std::span<const Target> run_targets();
 

@@ -168,13 +168,13 @@ void MainWindow::open_all(const fs::path& file) {
 // A text log does not say its zone; the answer is kept. False: the user gives none.
 bool MainWindow::ask_zone() {
   if (zlog_zone(settings_)) return true;
-  const auto answer = shell_.ask(
-      {" ｚＬｏｇ　のデータの時刻は？ ",
-       ".ALL のファイルには、時刻が JST か UTC かが書かれていません。\r\n"
-       "このログは、zLog のどちらの時刻で記録しましたか。\r\n\r\n"
-       "国内コンテストのログはたいてい JST です。間違えると全部の交信が 9 時間ずれます。\r\n"
-       "答えは次からも使われ、窓の「U T C」「J S T」でいつでも変えられます。",
-       {"J S T", "U T C"}});
+  const auto answer =
+      shell_.ask({" ｚＬｏｇ　のデータの時刻は？ ",
+                  ".ALL のファイルには、時刻が JST か UTC かが書かれていません。\r\n"
+                  "このログは、zLog のどちらの時刻で記録しましたか。\r\n\r\n"
+                  "国内コンテストはたいてい JST です。間違えると全部 9 時間ずれます。\r\n"
+                  "答えは次からも使われ、窓の「U T C」「J S T」でいつでも変えられます。",
+                  {"J S T", "U T C"}});
   if (!answer) return false;
   select_option3(*answer == 0 ? 1 : 0);
   return true;

@@ -86,6 +86,7 @@ constexpr KindText kKinds[] = {
      "zLog の時刻の読み方がファイルの記録と違います"},
     {FindingKind::kZoneWritten, "zone-written", "時刻の書き方"},
     {FindingKind::kUnreadRecord, "unread-record", "読めなかったレコード"},
+    {FindingKind::kUnreadColumn, "unread-column", "名前を知らないので読まなかった欄"},
     {FindingKind::kRemarksEmptied, "remarks-emptied",
      "州名の転記先が「不特定」なので、二つの Rmks は空欄 (Rmks 1 か 2 を選んで下さい)"},
     {FindingKind::kFileKept, "file-kept", "前からあったファイルは名前を変えて残しました"},

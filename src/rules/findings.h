@@ -55,6 +55,7 @@ enum class FindingKind {
   kZoneAgainstFile,
   kZoneWritten,
   kUnreadRecord,
+  kUnreadColumn,
   kRemarksEmptied,
   kFileKept,
   kOutputName,

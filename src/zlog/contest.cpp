@@ -61,7 +61,7 @@ constexpr std::array<std::string_view, 44> kDxContests = {
 };
 
 // Versions that did not know of zones left other numbers in the word.
-std::optional<char> zone_of(const zlo::Record& header) {
+std::optional<char> zone_of(zlo::Bytes header) {
   const unsigned word = zlo::read_16(header, zlo::kZone);
   if (word == zlo::kZoneUtc) return 'U';
   if (word == zlo::kZoneJst) return 'J';
@@ -76,14 +76,19 @@ std::optional<std::size_t> dx_contest_index(std::string_view name) {
   return static_cast<std::size_t>(found - kDxContests.begin());
 }
 
-ContestInfo read_contest(const std::filesystem::path& zlo) {
-  InputFile file(zlo);
-  zlo::Record header{};
-  file.read(reinterpret_cast<char*>(header.data()), header.size());
+ContestInfo contest_of(std::span<const unsigned char> header) {
   ContestInfo info;
   info.name = trim(from_cp932(zlo::text_bytes(header, zlo::kContestName)));
   info.is_dx = dx_contest_index(info.name).has_value();
   info.zone = zone_of(header);
+  return info;
+}
+
+ContestInfo read_contest(const std::filesystem::path& zlo) {
+  InputFile file(zlo);
+  zlo::Record header{};
+  file.read(reinterpret_cast<char*>(header.data()), header.size());
+  ContestInfo info = contest_of(header);
   // A half is rounded to the even number, which counts a broken last record now and then only.
   const double records = static_cast<double>(file.size()) / zlo::kRecordSize;
   info.contacts = static_cast<std::size_t>(std::max(0.0, std::nearbyint(records - 1)));

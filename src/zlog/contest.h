@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,9 @@ struct ContestInfo {
   std::size_t contacts = 0;  // by the file's length
   std::optional<char> zone;  // 'U' (UTC) or 'J' (JST); nothing: the header does not say for certain
 };
+
+// From the bytes of the header record; `contacts` stays 0.
+ContestInfo contest_of(std::span<const unsigned char> header);
 
 // Throws FileError.
 ContestInfo read_contest(const std::filesystem::path& zlo);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace tobarine::zlo {
@@ -74,13 +75,19 @@ std::size_t record_count(std::uint64_t file_size);
 // 10). Nothing when that form holds a letter or names more than a byte can hold.
 std::optional<unsigned char> stored_byte(unsigned number);
 
+// Records, and those of the newer form, which are longer.
+using Bytes = std::span<const unsigned char>;
+using Buffer = std::span<unsigned char>;
+
 // The text's bytes: as many as its length byte says, at most its area.
-std::string_view text_bytes(const Record& record, Area area);
+std::string_view text_bytes(Bytes record, Area area);
 
 // Numbers of the record's own byte order.
-unsigned read_16(const Record& record, std::size_t at);
-void write_16(Record& record, std::size_t at, unsigned value);
-std::uint64_t read_64(const Record& record, std::size_t at);
-void write_64(Record& record, std::size_t at, std::uint64_t value);
+unsigned read_16(Bytes record, std::size_t at);
+void write_16(Buffer record, std::size_t at, unsigned value);
+std::uint32_t read_32(Bytes record, std::size_t at);
+void write_32(Buffer record, std::size_t at, std::uint32_t value);
+std::uint64_t read_64(Bytes record, std::size_t at);
+void write_64(Buffer record, std::size_t at, std::uint64_t value);
 
 }  // namespace tobarine::zlo
