@@ -75,7 +75,16 @@ check "a database is read through the libraries" \
 cp "$work/ログ と表/Hamlog.hdb" "$work/ログ と表/한글.hdb"
 cli h2l "$drive\\한글.hdb" -o "$drive\\x.adi" >"$work/hangul_hdb.txt" 2>&1 || true
 check "a database whose name the libraries cannot take" grep -q '扱えない文字' "$work/hangul_hdb.txt"
-rm "$work/ログ と表/Thdll2Vb.dll"
+# A library beside a database is a stranger's until the user has named its folder.
+mkdir -p "$work/hamlog/data"
+mv "$work/ログ と表/Hamlog50.dll" "$work/ログ と表/Thdll2Vb.dll" "$work/hamlog/"
+cp "$work/hamlog/"*.dll "$work/ログ と表/Hamlog.hdb" "$work/hamlog/data/"
+cli h2l 'Z:\check\hamlog\data\Hamlog.hdb' -o "$drive\stranger.adi" >"$work/stranger.txt" 2>&1 || true
+check "a library beside a database is not loaded" grep -q 'Hamlog50.dll がありません' "$work/stranger.txt"
+cli --set 'hamlog_folder=Z:\check\hamlog' h2l 'Z:\check\hamlog\data\Hamlog.hdb' -o "$drive\named.adi" \
+  >"$work/named.txt" 2>&1 || true
+check "that of the folder named is" cmp -s "$work/ログ と表/named.adi" "$work/ログ と表/same.adi"
+mv "$work/hamlog/Hamlog50.dll" "$work/ログ と表/"
 cli h2l "$drive\\Hamlog.hdb" -o "$drive\\hdb.adi" >"$work/missing.txt" 2>&1 || true
 check "a missing library is named" grep -q 'Thdll2Vb.dll がありません' "$work/missing.txt"
 

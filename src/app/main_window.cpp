@@ -64,7 +64,7 @@ MainWindow::MainWindow(StartUp start, fs::path folder, Shell& shell)
       folder_(std::move(folder)),
       settings_file_(file_in(folder_, kSettingsFile)) {
   bind_library = [this](const fs::path& database) {
-    return bind_hamlog_library(folder_, database);
+    return bind_hamlog_library(folder_, path_from_text(settings_.hamlog_folder), database);
   };
 }
 

@@ -95,6 +95,8 @@ class MainWindow {
   void open_all(const std::filesystem::path& file);
   void open_zlo(const std::filesystem::path& file);
   void open_database(const std::filesystem::path& file);
+  void bind_library_for(const std::filesystem::path& database);
+  std::optional<std::filesystem::path> ask_for_hamlog_folder(const std::filesystem::path& database);
   void refuse_text_log(TextLogForm form);
   void set_files(const std::filesystem::path& input, LogKind kind, std::string_view extension);
   void show_zlog(std::string_view form, std::size_t contacts);

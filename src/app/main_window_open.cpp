@@ -1,5 +1,6 @@
 // The main window's open and view commands.
 #include <system_error>
+#include <utility>
 
 #include "app/main_window.h"
 #include "hamlog/adif_reader.h"
@@ -67,12 +68,57 @@ void MainWindow::open_hdb() {
 
 void MainWindow::open_database(const fs::path& file) {
   set_files(file, LogKind::kHamlogHdb, "adi");
-  library_ = bind_library(file);
+  bind_library_for(file);
   show_input_count(count_hamlog_hdb(file, *library_));
   controls.lblConv.text = "THW5 の Hamlog.hdb 形式ﾌｧｲﾙから";
   controls.lblConv.text += kToAdif;
   controls.frameFullWidth.text = " Rmks に全角が含まれていても Comment に転記する ";
   enable_by_kind();
+}
+
+// The first time the user is asked where Turbo HAMLOG's libraries are.
+void MainWindow::bind_library_for(const fs::path& database) {
+  try {
+    library_ = bind_library(database);
+  } catch (const HamlogLibraryMissing&) {
+    const auto folder = ask_for_hamlog_folder(database);
+    if (!folder) throw;
+    const std::string before = std::exchange(settings_.hamlog_folder, path_text(*folder));
+    try {
+      library_ = bind_library(database);
+    } catch (const Error&) {
+      settings_.hamlog_folder = before;
+      throw;
+    }
+    save_settings();
+  }
+}
+
+std::optional<fs::path> MainWindow::ask_for_hamlog_folder(const fs::path& database) {
+  Choice choice{std::string(kHamlogLibrary),
+                "Hamlog.hdb を読むには、Turbo HAMLOG のプログラム Hamlog50.dll を動かします。\r\n",
+                {}};
+  const fs::path beside = fs::absolute(database).parent_path();
+  fs::path found;
+  std::error_code error;
+  for (const fs::path& folder : {beside.parent_path(), beside}) {
+    if (fs::exists(file_in(folder, kHamlogLibrary), error)) found = folder;
+  }
+  if (!found.empty()) {
+    choice.text +=
+        "次のフォルダーのものを使いますか？ (一度だけお尋ねします)\r\n\r\n" + path_text(found) +
+        "\r\n\r\nTurbo HAMLOG をインストールしたフォルダーでなければ、使わないで下さい。";
+    choice.answers.emplace_back("使う");
+  } else {
+    choice.text += "Turbo HAMLOG をインストールしたフォルダーの Hamlog50.dll を選んで下さい。";
+  }
+  choice.answers.emplace_back("Hamlog50.dll を選ぶ…");
+  const auto answer = shell_.ask(choice);
+  if (!answer) return std::nullopt;
+  if (*answer + 1 < choice.answers.size()) return found;
+  const auto library = shell_.choose_file(
+      {"Turbo HAMLOG の Hamlog50.dll を選ぶ", "Hamlog50.dll", {std::string(kHamlogLibrary)}});
+  return library ? std::optional(library->parent_path()) : std::nullopt;
 }
 
 void MainWindow::open_csv() {

@@ -112,6 +112,9 @@ constexpr Option kOptions[] = {
      kSwitch, "ADIF から zLog: QTH を CSV に転記する"},
     {"zlog_zone_chosen", "zLog", "zone_chosen", &S::zlog_zone_chosen, "", kNone, "", kSwitch,
      "zLog のデータの時刻を選んだことがある (窓は .ALL を開く時に尋ねない)", kOnceChosen},
+    {"hamlog_folder", "Hamlog", "hamlog_folder", &S::hamlog_folder, "", kNone, "", kAnyText,
+     "Hamlog50.dll のある Turbo HAMLOG のフォルダー (Windows で Hamlog.hdb を読むため)", kOnceChosen,
+     kPath},
 };
 // clang-format on
 

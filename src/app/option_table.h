@@ -25,7 +25,8 @@ struct Option {
   // Later: with the next option that is saved. Once chosen: at once, but the file of the first
   // start does not have it.
   enum class Saved { kAtOnce, kLater, kOnceChosen };
-  enum class Form { kPlain, kNumberText };  // the latter: read as its leading number's text
+  // Number text: read as its leading number's text. Path: may be longer than other texts.
+  enum class Form { kPlain, kNumberText, kPath };
 
   std::string_view name;     // as the member; what --set takes, and shows in the listing
   std::string_view section;  // of the settings file

@@ -13,7 +13,9 @@
 namespace tobarine {
 namespace {
 
-constexpr std::size_t kLongestValue = 79;
+std::size_t longest_value(const Option& option) {
+  return option.form == Option::Form::kPath ? 259 : 79;
+}
 
 // As the file gives it.
 void set_from_file(Settings& settings, const Option& option, std::string_view value) {
@@ -39,7 +41,7 @@ Settings read_settings(const std::filesystem::path& file) {
   const ProfileFile profile(file);
   Settings settings;
   for (const Option& option : option_table()) {
-    set_from_file(settings, option, profile.get(option.section, option.key, kLongestValue));
+    set_from_file(settings, option, profile.get(option.section, option.key, longest_value(option)));
   }
   return settings;
 }
@@ -69,7 +71,7 @@ void set_setting(Settings& settings, std::string_view name, std::string_view val
     throw UsageError("設定 " + std::string(name) + " の値が使えません: " + std::string(value) +
                      " (使える値: " + allowed_values(*option) + ")");
   }
-  set_option(settings, *option, left_chars(value, kLongestValue));
+  set_option(settings, *option, left_chars(value, longest_value(*option)));
 }
 
 H2lOptions h2l_options(const Settings& s) {

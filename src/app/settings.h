@@ -42,6 +42,7 @@ struct Settings {
   std::int16_t zlog_in_jst = 0;
   std::string jcc_list_date;  // yyyy/mm/dd, or any text
   std::string jcg_list_date;
+  std::string hamlog_folder;  // a path; empty: none was named
   // From here on for ADIF to zLog.
   std::string sent_number;  // any text; "0": none
   std::string zlog_time;    // a time mode's keyword

@@ -119,7 +119,8 @@ int convert_h2l(Session& session) {
   session.will_write({output, job.intermediate});
   std::unique_ptr<HamlogLibrary> library;
   if (kind == LogKind::kHamlogHdb) {
-    library = bind_hamlog_library(session.folder(), job.input);
+    library = bind_hamlog_library(session.folder(),
+                                  path_from_text(session.settings().hamlog_folder), job.input);
     job.library = library.get();
   }
   const bool from_zlog = is_zlog(job.source);
@@ -204,7 +205,8 @@ int show_info(Session& session) {
     info.contacts = adif.contacts;
   }
   if (*kind == LogKind::kHamlogHdb) {
-    const auto library = bind_hamlog_library(session.folder(), input);
+    const auto library = bind_hamlog_library(
+        session.folder(), path_from_text(session.settings().hamlog_folder), input);
     info.contacts = count_hamlog_hdb(input, *library);
   }
   if (*kind == LogKind::kZlogAll) {

@@ -6,6 +6,9 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
+
+#include "text/error.h"
 
 namespace tobarine {
 
@@ -28,9 +31,19 @@ class HamlogLibrary {
   virtual int HamlogClose(void* handle) = 0;
 };
 
-// Binds the libraries: looked for in the program's folder, then beside the database and one folder
-// up, then where the system looks. Throws FileError, which says what is missing and what to do.
+inline constexpr std::string_view kHamlogLibrary = "Hamlog50.dll";
+
+// There are none that can be loaded in the folders that are looked into.
+class HamlogLibraryMissing : public FileError {
+ public:
+  using FileError::FileError;
+};
+
+// Binds the libraries. A library is a program, so it is loaded from the program's folder and the
+// one that the user has named (empty: none) only, never from where a database happens to stand.
+// Throws FileError, which says what is missing and what to do.
 std::unique_ptr<HamlogLibrary> bind_hamlog_library(const std::filesystem::path& program_folder,
+                                                   const std::filesystem::path& named_folder,
                                                    const std::filesystem::path& database);
 
 // A status with its meaning, for people.

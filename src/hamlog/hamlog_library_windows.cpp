@@ -7,14 +7,13 @@
 #include <windows.h>
 
 #include "hamlog/hamlog_library.h"
-#include "text/error.h"
 
 namespace tobarine {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kHamlog = "Hamlog50.dll";
+constexpr const char* kHamlog = kHamlogLibrary.data();
 constexpr const char* kTexts = "Thdll2Vb.dll";
 
 using Word = std::uint32_t;
@@ -77,10 +76,11 @@ class InFolder {
 
 class WindowsLibrary : public HamlogLibrary {
  public:
-  WindowsLibrary(const fs::path& program_folder, const fs::path& database)
-      : database_(fs::absolute(database)) {
-    const fs::path beside = database_.parent_path();
-    folders_ = {program_folder, beside, beside.parent_path()};
+  WindowsLibrary(const fs::path& program_folder, const fs::path& named_folder,
+                 const fs::path& database)
+      : database_(fs::absolute(database)), folders_{fs::absolute(program_folder)} {
+    if (!named_folder.empty()) folders_.push_back(fs::absolute(named_folder));
+    SetDllDirectoryW(L"");  // what the libraries load themselves is not taken from where they work
     const HMODULE hamlog = load(kHamlog);
     const HMODULE texts = load(kTexts);
     open_ = entry(hamlog, kHamlog, "dbf_open");
@@ -111,27 +111,30 @@ class WindowsLibrary : public HamlogLibrary {
   int HamlogClose(void* handle) override { return call(hamlog_close_, handle, 0); }
 
  private:
+  template <typename Failure = FileError>
   [[noreturn]] void refuse(std::string_view what) const {
     std::string places;
-    for (const fs::path& folder : folders_) places += path_text(folder) + "、";
-    throw FileError(database_, std::string(what) + "。探した所: " + places +
-                                   "Windows のフォルダー。Hamlog50.dll を Tobarine.exe と同じ"
-                                   "フォルダにコピーしてください (Thdll2Vb.dll も)。"
-                                   "または Turbo HAMLOG で CSV に出力し、それを変換して下さい");
+    for (const fs::path& folder : folders_) {
+      places += (places.empty() ? "" : "、") + path_text(folder);
+    }
+    throw Failure(database_, std::string(what) + "。探した所: " + places +
+                                 "。Hamlog50.dll を Tobarine.exe と同じフォルダにコピーしてください"
+                                 " (Thdll2Vb.dll も)。または、Turbo HAMLOG のフォルダーを設定"
+                                 " hamlog_folder で指定するか、Turbo HAMLOG で CSV に出力し、"
+                                 "それを変換して下さい");
   }
 
   // The libraries stay loaded: they keep what they need as long as the program runs.
   HMODULE load(const char* name) const {
-    std::vector<fs::path> candidates;
-    for (const fs::path& folder : folders_) candidates.push_back(folder / name);
-    candidates.emplace_back(name);
     bool wrong = false;
-    for (const fs::path& candidate : candidates) {
-      const DWORD flags = candidate.has_parent_path() ? LOAD_WITH_ALTERED_SEARCH_PATH : 0;
-      if (const HMODULE module = LoadLibraryExW(candidate.c_str(), nullptr, flags)) return module;
+    for (const fs::path& folder : folders_) {
+      constexpr DWORD kOnlyThere = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32;
+      const fs::path file = folder / name;
+      if (const HMODULE module = LoadLibraryExW(file.c_str(), nullptr, kOnlyThere)) return module;
       wrong = wrong || GetLastError() == ERROR_BAD_EXE_FORMAT;
     }
-    refuse(std::string(name) + (wrong ? " は 32 ビットの DLL ではありません" : " がありません"));
+    refuse<HamlogLibraryMissing>(std::string(name) +
+                                 (wrong ? " は 32 ビットの DLL ではありません" : " がありません"));
   }
 
   FARPROC entry(HMODULE module, const char* library, const char* name) const {
@@ -150,8 +153,9 @@ class WindowsLibrary : public HamlogLibrary {
 }  // namespace
 
 std::unique_ptr<HamlogLibrary> bind_hamlog_library(const fs::path& program_folder,
+                                                   const fs::path& named_folder,
                                                    const fs::path& database) {
-  return std::make_unique<WindowsLibrary>(program_folder, database);
+  return std::make_unique<WindowsLibrary>(program_folder, named_folder, database);
 }
 
 }  // namespace tobarine

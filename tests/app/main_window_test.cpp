@@ -238,6 +238,38 @@ TEST_F(MainWindowTest, OpensAHamlogDatabase) {
   EXPECT_EQ(see().lblInfo.text, "変換数: 3 件");
 }
 
+TEST_F(MainWindowTest, HamlogsLibraryIsNeverTakenFromBesideADatabaseUnasked) {
+  std::vector<std::string> tried;
+  window_->bind_library = [&](const fs::path& database) -> std::unique_ptr<HamlogLibrary> {
+    tried.push_back(window_->settings().hamlog_folder);
+    if (tried.back() != path_text(folder_ / "hamlog")) throw HamlogLibraryMissing(database, "x");
+    return std::make_unique<StandInLibrary>();
+  };
+  fs::create_directories(folder_ / "hamlog" / "data");
+  folder_.file("hamlog/HAMLOG50.DLL", "x");
+  const fs::path database = folder_.text("hamlog/data/Hamlog.hdb", "x");
+  open("開 hdb", database);
+  ASSERT_EQ(shell_.choices.size(), 1U);
+  EXPECT_TRUE(contains(shell_.choices[0].text, "\n" + path_text(folder_ / "hamlog") + "\r"));
+  EXPECT_EQ(shell_.messages.back().title, "!Tobarine");  // declined
+  EXPECT_EQ(window_->settings().hamlog_folder, "");
+  folder_.file("other.dll", "x");
+  shell_.answers = {1};  // chooses another file, which is none
+  shell_.files = {database, folder_ / "other.dll"};
+  window_->command("mnuOpen_hdb");
+  EXPECT_EQ(window_->settings().hamlog_folder, "");
+  shell_.answers = {0};
+  open("開 hdb", database);
+  EXPECT_EQ(saved().hamlog_folder, path_text(folder_ / "hamlog"));
+  const std::size_t asked = shell_.choices.size();
+  open("開 hdb", database);
+  EXPECT_EQ(shell_.choices.size(), asked);
+  folder_.file("Hamlog.hdb", "x");  // none beside it
+  window_->shared_settings().hamlog_folder.clear();
+  open("開 hdb", folder_ / "Hamlog.hdb");
+  EXPECT_EQ(shell_.choices.back().answers.size(), 1U);
+}
+
 TEST_F(MainWindowTest, RefusesTextLogsOfAnotherForm) {
   open("mnuOpen_zlog_all", folder_.text("a.all", "mon day time  callsign\r\n"));
   EXPECT_EQ(see().lblInFile.text, "入力ファイル形式が違います");
