@@ -46,6 +46,8 @@ MainControls::MainControls() {
   cmdEnd.text = "終　了";
   cmdOutput.text = "出力先…";
   cmdOutput.tip = "出力のファイルを選びます (別のログを開くまで)";
+  cmdStop.text = "中止 (Esc)";
+  cmdStop.visible = cmdReport.visible = false;
   constexpr std::string_view kChecks[] = {
       "",
       "Ｒｍｋｓ １",

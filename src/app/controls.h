@@ -67,6 +67,8 @@ struct MainControls {
   double progress = 0;  // 0 .. 1, or kBusy
 
   Control cmdH2L, cmdeqsl, cmdL2H, cmdEnd, cmdOutput;
+  Control cmdStop;                // visible while a run goes on, when all else is disabled
+  Control cmdReport;              // visible when there is a report to read
   std::array<Control, 17> Check;  // Check1 to Check16
   std::array<Control, 4> Option1;
   std::array<Control, 3> Option2;
@@ -92,6 +94,8 @@ void for_each_control(Controls& c, Visit visit) {
   visit("cmdL2H", c.cmdL2H);
   visit("cmdEnd", c.cmdEnd);
   visit("cmdOutput", c.cmdOutput);
+  visit("cmdStop", c.cmdStop);
+  visit("cmdReport", c.cmdReport);
   for (std::size_t i = 1; i < c.Check.size(); ++i) visit("Check" + std::to_string(i), c.Check[i]);
   const auto visit_all = [&visit](const std::string& name, auto& controls) {
     for (std::size_t i = 0; i < controls.size(); ++i) {

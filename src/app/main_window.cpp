@@ -52,6 +52,7 @@ const MainWindow::Command MainWindow::kCommands[] = {
     {"cmdL2H", &MainWindow::run_l2h_command},
     {"cmdEnd", &MainWindow::exit},
     {"cmdOutput", &MainWindow::choose_output_command},
+    {"cmdReport", &MainWindow::view_report},
     {"Command1", &MainWindow::clear_was},
 };
 
@@ -85,7 +86,9 @@ void MainWindow::trace(std::string_view line) {
   if (settings_.write_trace_log == "1") start_.trace.line(line);
 }
 
+// The window shows how things stand before the message is read.
 void MainWindow::tell(Shell::Icon icon, std::string_view title, std::string_view text) {
+  shell_.mirror();
   shell_.show_message(icon, {std::string(title), std::string(text)});
 }
 
@@ -129,7 +132,11 @@ void MainWindow::load() {
   for (std::string* date : {&settings_.jcc_list_date, &settings_.jcg_list_date}) {
     if (date->empty()) *date = kNeverFetched;
   }
-  if (settings_.check_lists_at_start == 1) look_for_new_lists(true);
+  if (settings_.check_lists_at_start == 1) {
+    trace("     mnuJARL_Download_Click");
+    trace("     Make_JCC_JCG_chk_1st");
+    look_for_new_lists(true);
+  }
   trace("         Form_Load()  OK");
   controls.Check[16].tip = "ＱＴＨ欄が空白で無ければ転記します";
   shell_.mirror();
@@ -255,6 +262,7 @@ void MainWindow::clear_counts() {
   controls.lblMsg = {};
   controls.lblInfo.text.clear();
   controls.lblNotes.text.clear();
+  controls.cmdReport.visible = false;
   controls.progress = 0;
 }
 

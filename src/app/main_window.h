@@ -61,8 +61,9 @@ class MainWindow {
   const std::filesystem::path& folder() const { return folder_; }
   const std::filesystem::path& input() const { return input_; }
   const ConversionReport& report() const { return report_; }
-  bool running() const { return running_; }  // one run at a time, whichever window began it
-  void set_running(bool running) { running_ = running; }
+  bool accepted() const { return accepted_; }  // input() is a log that can be converted
+  bool running() const { return running_; }    // one run at a time, whichever window began it
+  void set_running(bool running);
 
   // For the other windows: they share settings, tables and the run's state.
   Settings& shared_settings() { return settings_; }
@@ -74,6 +75,7 @@ class MainWindow {
 
   // For a run whose progress goes to `bar`; the user may stop it.
   RunContext context_for(double& bar);
+  bool stopped_by_user() const { return stop_wished_; }  // the last run
 
   JarlServer jarl_server;  // where the league's lists stand
   // How Hamlog's libraries are bound, when they are needed first.
@@ -177,7 +179,9 @@ class MainWindow {
   std::optional<char> zlo_zone_;            // of a .ZLO, when the user has chosen it for this one
   L2hState l2h_state_;                      // what one run leaves to the next
   ConversionReport report_;                 // of the last run
+  bool accepted_ = false;
   bool running_ = false;
+  bool stop_wished_ = false;
 };
 
 }  // namespace tobarine

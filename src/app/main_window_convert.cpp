@@ -36,10 +36,16 @@ const PlaceTables& MainWindow::place_tables() {
   return loaded(place_tables_, folder_);
 }
 
+void MainWindow::set_running(bool running) {
+  running_ = controls.cmdStop.visible = running;
+}
+
 RunContext MainWindow::context_for(double& bar) {
+  stop_wished_ = false;
   return {[this, &bar](double done) {
             bar = done;
-            return shell_.keep_going();
+            stop_wished_ = !shell_.keep_going();
+            return !stop_wished_;
           },
           [this] { return shell_.now(); }};
 }
@@ -84,10 +90,10 @@ void MainWindow::convert(const std::function<ConversionReport(const RunContext&)
   clear_counts();
   const bool h2l = controls.cmdH2L.enabled;
   enable_conversions(false, false);
-  running_ = true;
+  set_running(true);
   shell_.mirror();
   const auto finish = [&] {
-    running_ = false;
+    set_running(false);
     controls.progress = 0;
     enable_conversions(h2l, !h2l);
     enable_views();
@@ -106,17 +112,20 @@ void MainWindow::convert(const std::function<ConversionReport(const RunContext&)
 }
 
 void MainWindow::show_result() {
+  const bool failed = report_.stopped_by && !stop_wished_;
   controls.lblInfo.text = "変換数: " + std::to_string(report_.written) + " 件";
-  controls.lblMsg.text = report_.stopped_by ? "途中で止まりました" : "処理終了";
-  if (report_.stopped_by) controls.lblMsg.colour = Colour::kLightRed;
+  controls.lblMsg.text = failed               ? "途中で止まりました"
+                         : report_.stopped_by ? "中止しました"
+                                              : "処理終了";
+  if (failed) controls.lblMsg.colour = Colour::kLightRed;
   controls.lblNotes.text = file_notes(report_);
-  if (const std::size_t told = report_.findings.about_contacts(); told > 0) {
-    controls.lblNotes.text += "お知らせが " + std::to_string(told) +
-                              " 件あります ([ 表示 ] の「変換の報告」で見られます)\n";
-  }
+  if (report_.stopped_by && stop_wished_) controls.lblNotes.text += *report_.stopped_by + "\n";
   controls.mnuDisp_report.enabled = !report_text(report_).empty() || report_.stopped_by;
+  const std::size_t told = report_.findings.about_contacts();
+  controls.cmdReport.text = "お知らせが " + std::to_string(told) + " 件あります";
+  controls.cmdReport.visible = told > 0;
   trace("変換数: " + std::to_string(report_.written));
-  if (report_.stopped_by) tell(Shell::Icon::kCritical, "Tobarine", *report_.stopped_by);
+  if (failed) tell(Shell::Icon::kCritical, "Tobarine", *report_.stopped_by);
 }
 
 void MainWindow::run_h2l_command() {

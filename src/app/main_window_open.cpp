@@ -130,7 +130,7 @@ void MainWindow::open_csv() {
 
 void MainWindow::open_adi() {
   const auto file = shell_.choose_file(
-      {"Logger32 のADIF形式ﾌｧｲﾙ *.adi を開く", "Logger32のﾌｧｲﾙ(*.adi)", {"*.adi"}});
+      {"Logger32 のADIF形式ﾌｧｲﾙ *.adi を開く", "Logger32のﾌｧｲﾙ(*.adi)", {"*.adi", "*.adif"}});
   if (file) open_adif(*file);
 }
 
@@ -149,8 +149,9 @@ void MainWindow::open_zlog_zlo() {
 // Nothing can be converted until the file has turned out to be what it should be.
 void MainWindow::set_files(const fs::path& input, LogKind kind, std::string_view extension) {
   kind_ = kind;
-  input_ = input;
-  output_ = output_path(input, extension);
+  accepted_ = false;
+  input_ = fs::absolute(input).lexically_normal();
+  output_ = output_path(input_, extension);
   report_ = {};
   contest_.reset();
   zlo_zone_.reset();
@@ -167,6 +168,7 @@ void MainWindow::set_files(const fs::path& input, LogKind kind, std::string_view
   }
   controls.cmdH2L.text = "変換　H -> L";
   controls.lblIn.text.clear();
+  controls.lblContest.text.clear();
   controls.mnuDisp.enabled = true;
   controls.mnuDisp_in.enabled = controls.tool("表示 i").enabled = true;
   enable_conversions(false, false);
@@ -230,7 +232,7 @@ void MainWindow::open_zlo(const fs::path& file) {
   set_files(file, LogKind::kZlogZlo, "adi");
   refuse_foreign_zlo(file);
   contest_ = read_contest(file);
-  if (!contest_->name.empty()) controls.lblContest.text = contest_->name;
+  controls.lblContest.text = contest_->name;
   show_zone();
   show_zlog("zlo", contest_->contacts);
 }
@@ -274,6 +276,7 @@ void MainWindow::enable_views() {
 
 // Which times can be converted depends on the direction.
 void MainWindow::enable_by_kind() {
+  accepted_ = true;
   const bool from_adif = kind_ == LogKind::kAdif;
   for (std::size_t i = 0; i < controls.Option1.size(); ++i) {
     controls.Option1[i].enabled = (i == 2) != from_adif;
@@ -317,7 +320,12 @@ void MainWindow::edit_hamlog_csv() {
     if (!file) return;
     edit_file_ = *file;
   }
-  shell_.open_editor(edit_file_);
+  try {
+    shell_.open_editor(edit_file_);
+  } catch (...) {
+    edit_file_.clear();  // the next time, the user is asked for another
+    throw;
+  }
 }
 
 }  // namespace tobarine

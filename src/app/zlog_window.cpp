@@ -41,6 +41,7 @@ ZlogControls::ZlogControls() {
 }
 
 void ZlogWindow::tell(const std::string& text) {
+  shell_.mirror();
   shell_.show_message(Shell::Icon::kCritical, {"ADIF to zLog", text});
 }
 
@@ -149,10 +150,14 @@ void ZlogWindow::convert() {
     report_ = run_adif_to_zlog(job, main_.conversion_tables(), main_.call_tables(),
                                main_.place_tables(), state_, main_.context_for(controls.progress));
     controls.lblInfo.text = "変換数: " + std::to_string(report_.written) + " 件";
-    controls.lblMsg.text = report_.stopped_by ? "途中で止まりました" : "処理終了";
-    if (report_.stopped_by) controls.lblMsg.colour = Colour::kLightRed;
+    const bool failed = report_.stopped_by && !main_.stopped_by_user();
+    controls.lblMsg.text = failed               ? "途中で止まりました"
+                           : report_.stopped_by ? "中止しました"
+                                                : "処理終了";
+    if (failed) controls.lblMsg.colour = Colour::kLightRed;
     controls.lblNotes.text = report_text(report_);
-    if (report_.stopped_by) tell(*report_.stopped_by);
+    if (report_.stopped_by && !failed) controls.lblNotes.text.insert(0, *report_.stopped_by + "\n");
+    if (failed) tell(*report_.stopped_by);
   } catch (const std::exception& error) {
     controls.lblMsg.text = "途中で止まりました";
     controls.lblMsg.colour = Colour::kLightRed;

@@ -77,6 +77,7 @@ class ZlogWindow {
   void edit_sent_number(std::string_view text);
 
   const std::filesystem::path& input() const { return input_; }
+  bool running() const { return main_.running(); }
   const ConversionReport& report() const { return report_; }
 
   ZlogControls controls;

@@ -2,6 +2,9 @@
 
 #include <string_view>
 
+#include "text/strings.h"
+#include "text/visible.h"
+
 namespace tobarine {
 
 std::string file_notes(const ConversionReport& report) {
@@ -9,7 +12,7 @@ std::string file_notes(const ConversionReport& report) {
   for (const Finding& finding : report.findings.kept()) {
     if (finding.line != 0) continue;
     text.append(finding_heading(finding.kind));
-    text.append(finding.text.empty() ? "" : ": ").append(finding.text).append("\n");
+    text.append(finding.text.empty() ? "" : ": ").append(visible(finding.text)).append("\n");
   }
   return text;
 }
@@ -24,7 +27,8 @@ std::string report_text(const ConversionReport& report) {
       if (finding.kind != kind || finding.line == 0) continue;
       const std::string number = std::to_string(finding.line);
       items.append("  ").append(report.in_records ? "レコード " + number : number + " 行目");
-      items.append("  ").append(finding.call).append("  ").append(finding.text).append("\n");
+      items.append("  ").append(visible(finding.call));
+      items.append("  ").append(visible(finding.text)).append("\n");
     }
     if (items.empty()) continue;
     text.append(finding_heading(kind)).append(": ").append(std::to_string(count)).append(" 件\n");
@@ -33,6 +37,24 @@ std::string report_text(const ConversionReport& report) {
       text.append("  ... 以下 ").append(std::to_string(count - FindingLog::kKept));
       text.append(" 件は省略\n");
     }
+  }
+  return text;
+}
+
+std::string report_csv(const ConversionReport& report) {
+  std::string text = report.in_records ? "レコード" : "行";
+  text += ",コール,内容,お知らせ\n";
+  const auto put = [&text](std::string value) {
+    replace_all(value, "\"", "\"\"");
+    text.append(",\"").append(value).append("\"");
+  };
+  for (const Finding& finding : report.findings.kept()) {
+    if (finding.line == 0) continue;
+    text += std::to_string(finding.line);
+    put(visible(finding.call));
+    put(visible(finding.text));
+    put(std::string(finding_heading(finding.kind)));
+    text += '\n';
   }
   return text;
 }

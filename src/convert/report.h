@@ -23,6 +23,10 @@ struct ConversionReport {
 // The report as lines for people (UTF-8, each ended by LF); empty when there is nothing to tell.
 std::string report_text(const ConversionReport& report);
 
+// The findings that belong to a line as a table for spreadsheets: a heading row, then a row each,
+// ended by LF.
+std::string report_csv(const ConversionReport& report);
+
 // What concerns the whole file, a line each: everyone should read it.
 std::string file_notes(const ConversionReport& report);
 

@@ -1,6 +1,7 @@
 #include "editors/file_editor.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "text/cp932.h"
@@ -59,11 +60,22 @@ std::string FileEditor::with_line_ends(std::string_view text) const {
   return result;
 }
 
-std::size_t FileEditor::save(std::string_view text) {
+FileEditor::Saved FileEditor::save(std::string_view text) {
   std::string bytes;
-  const std::size_t lacking = encode_cp932(with_line_ends(text), bytes);
+  Saved saved{encode_cp932(with_line_ends(text), bytes)};
   overwrite_start_of_file(file_, bytes);
-  return lacking;
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(file_, error);
+  if (!error && size > bytes.size()) saved.behind = size - bytes.size();
+  return saved;
+}
+
+FileEditor::Saved FileEditor::save_as(const std::filesystem::path& file, std::string_view text) {
+  std::string bytes;
+  const Saved saved{encode_cp932(with_line_ends(text), bytes)};
+  replace_file(file, bytes);
+  file_ = file;
+  return saved;
 }
 
 }  // namespace tobarine

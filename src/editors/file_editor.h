@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -20,11 +21,19 @@ class FileEditor {
   // As UTF-8, lines ended by LF; what stands for an invalid byte is written back as that byte.
   const std::string& text() const { return text_; }
 
+  struct Saved {
+    std::size_t lacking = 0;    // characters that CP932 lacks, written as "?"
+    std::uintmax_t behind = 0;  // bytes of the old content behind the text's end
+  };
+
   // Writes the text over the file, from its first byte on, with the line ends that the file had.
   // The file is never shortened: what stood behind the end of a shorter text stays there. This is
-  // how saving has always worked here. Returns the number of characters that CP932 lacks, written
-  // as "?". Throws FileError.
-  std::size_t save(std::string_view text);
+  // how saving has always worked here. Throws FileError.
+  Saved save(std::string_view text);
+
+  // Writes a file that holds the text and nothing else, in place of one of that name if there is
+  // one; it is the edited file from now on. Throws FileError.
+  Saved save_as(const std::filesystem::path& file, std::string_view text);
 
  private:
   std::string with_line_ends(std::string_view text) const;

@@ -25,16 +25,19 @@ class LineIndex {
   // or is valid UTF-8 and not valid CP932, else as CP932. Throws FileError.
   std::string line(std::size_t number) const;
 
-  // The first line from `from` on that holds the text, without regard to case of ASCII letters;
-  // size() when there is none.
+  // The first line from `from` on, and the last one in front of `before`, that hold the text,
+  // without regard to case of ASCII letters; size() when there is none. Throws FileError.
   std::size_t find(std::string_view text, std::size_t from) const;
+  std::size_t find_last(std::string_view text, std::size_t before) const;
 
  private:
   static constexpr std::size_t kStep = 64;  // the place of every 64th line is kept
   std::string decode(std::string_view bytes) const;
+  std::string lower_block(std::size_t from_step, std::size_t to_step) const;
 
   std::filesystem::path file_;
   std::vector<std::uint64_t> offsets_;
+  std::uint64_t end_ = 0;  // of the file, bytes
   std::size_t lines_ = 0;
   bool utf8_ = false;
   // The lines last read, for the next question nearby.

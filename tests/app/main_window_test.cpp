@@ -24,6 +24,7 @@ class MainWindowTest : public ::testing::Test {
   }
   fs::path home() const { return folder_ / "home"; }
   void start() {
+    window_.reset();  // gives its trace log back
     window_.emplace(start_up({home(), "", shell_.now()}), home(), shell_);
     window_->load();
   }
@@ -74,14 +75,21 @@ TEST_F(MainWindowTest, AtTheFirstStartNoInputIsChosen) {
 }
 
 TEST_F(MainWindowTest, TheTraceTellsOfTheLoadStep) {
+  window_->check(13, true);
+  window_->check(1, true);  // written with it
+  start();
   std::vector<std::string> traced;
   for (const auto& entry : fs::directory_iterator(home())) {
     if (entry.path().filename().string().starts_with("2026")) {
       traced = read_text_lines(entry.path());
     }
   }
-  const char* expected[] = {"Tobarine.Show", "     Form_Load()", "     ini_read",
+  const char* expected[] = {"Tobarine.Show",
+                            "     Form_Load()",
+                            "     ini_read",
                             "     Open strPath & Band_tbl.ini For Input As #f_i",
+                            "     mnuJARL_Download_Click",
+                            "     Make_JCC_JCG_chk_1st",
                             "         Form_Load()  OK"};
   auto at = traced.begin();
   for (const char* line : expected) {
@@ -121,6 +129,7 @@ TEST_F(MainWindowTest, OpensAnAdif) {
   open("mnuOpen_csv", sample("hamlog.csv"));
   open("開 adi", sample("logger32.adi"));
   EXPECT_EQ(see().lblIn.text, "入力数: 17 件");
+  EXPECT_EQ(shell_.asked.back().patterns, (std::vector<std::string>{"*.adi", "*.adif"}));
   EXPECT_TRUE(see().lblOutFile.text.ends_with("logger32.csv"));
   EXPECT_EQ(can_convert(), "L");
   EXPECT_TRUE(see().Option1[0].checked && see().Option1[1].enabled && see().Option1[3].enabled);
@@ -145,6 +154,7 @@ TEST_F(MainWindowTest, OpensZlogLogs) {
   EXPECT_EQ(see().lblContest.text, "ALL JA コンテスト");
   open("mnuOpen_csv", sample("hamlog.csv"));
   EXPECT_EQ(see().cmdH2L.text, "変換　H -> L");
+  EXPECT_EQ(see().lblContest.text, "");
 }
 
 // A .ZLO says its zone, or its contest does; what the user clicks wins, and stays for the logs that
@@ -326,7 +336,11 @@ TEST_F(MainWindowTest, RecognisesDroppedFiles) {
 TEST_F(MainWindowTest, ConvertsEveryKind) {
   open("mnuOpen_csv", sample("hamlog.csv"));
   EXPECT_FALSE(see().mnuDisp_out.enabled);
+  EXPECT_FALSE(see().cmdReport.visible);
   window_->command("変換 H2L");
+  EXPECT_TRUE(see().cmdReport.visible);
+  window_->command("cmdReport");
+  EXPECT_EQ(shell_.reports, 1);
   EXPECT_EQ(see().lblInfo.text, "変換数: 48 件");
   EXPECT_EQ(see().lblMsg.text, "処理終了");
   EXPECT_EQ(see().progress, 0);
@@ -461,8 +475,11 @@ TEST_F(MainWindowTest, TheUserCanStopARun) {
   open("mnuOpen_csv", folder_.text("long.csv", log));
   shell_.stop_after = 2;
   window_->command("cmdH2L");
-  EXPECT_EQ(see().lblMsg.text, "途中で止まりました");
-  EXPECT_TRUE(contains(shell_.messages.back().text, "中止しました"));
+  EXPECT_EQ(see().lblMsg.text, "中止しました");
+  EXPECT_EQ(see().lblMsg.colour, Colour::kBlack);
+  EXPECT_TRUE(contains(see().lblNotes.text, "そこまでに書いた交信は残っています"));
+  EXPECT_TRUE(shell_.messages.empty());
+  EXPECT_FALSE(see().cmdStop.visible);
   EXPECT_EQ(see().lblInfo.text, "変換数: 8191 件");
   const std::string adif = TestFolder::bytes_of(folder_ / "long.adi");
   EXPECT_TRUE(adif.ends_with("<EOR>\r\n\r\n"));

@@ -99,16 +99,23 @@ TEST(FileEditor, TheFileIsNeverShortened) {
   FileEditor editor(folder.text("f.csv", "一行目\r\n二行目\r\n"));
   EXPECT_EQ(editor.caption(), (folder / "f.csv").string() + " ");
   EXPECT_EQ(editor.text(), "一行目\n二行目\n");
-  editor.save("一行目\n");
+  EXPECT_EQ(editor.save("一行目\n").behind, 8U);
   EXPECT_EQ(TestFolder::bytes_of(folder / "f.csv"), to_cp932("一行目\r\n二行目\r\n"));
+  EXPECT_EQ(editor.save(editor.text()).behind, 0U);
+  EXPECT_EQ(editor.save("一行目\n").behind, 8U);
+  EXPECT_EQ(editor.save_as(folder / "g.csv", "一行目\n").behind, 0U);
+  EXPECT_EQ(TestFolder::bytes_of(folder / "g.csv"), to_cp932("一行目\r\n"));
+  EXPECT_EQ(editor.caption(), (folder / "g.csv").string() + " ");
+  EXPECT_THROW(editor.save_as(folder / "none/g.csv", "x"), FileError);
+  EXPECT_EQ(editor.file(), folder / "g.csv");
 }
 
 TEST(FileEditor, LinesKeepTheirEndsAroundAChange) {
   const TestFolder folder;
   FileEditor editor(folder.file("f.csv", "a\nb\r\nc\nd\n"));
-  EXPECT_EQ(editor.save("a\nb2\nnew\nc\nd\n"), 0U);
+  EXPECT_EQ(editor.save("a\nb2\nnew\nc\nd\n").lacking, 0U);
   EXPECT_EQ(TestFolder::bytes_of(folder / "f.csv"), "a\nb2\r\nnew\r\nc\nd\n");
-  EXPECT_EQ(editor.save("\U0001F600"), 1U);
+  EXPECT_EQ(editor.save("\U0001F600").lacking, 1U);
 }
 
 TEST(FileEditor, AnEmptyOrUnreadableFileIsRefused) {
@@ -167,12 +174,41 @@ TEST(LineIndex, FindsItsWayInLongFiles) {
   EXPECT_EQ(index.find("行 70", 70), 699U);
   EXPECT_EQ(index.find("LAST line", 3), 1000U);
   EXPECT_EQ(index.find("nowhere", 0), index.size());
+  EXPECT_EQ(index.find_last("行 70", 1001), 708U);
+  EXPECT_EQ(index.find_last("行 70", 708), 707U);
+  EXPECT_EQ(index.find_last("行 70", 699), 69U);
+  EXPECT_EQ(index.find_last("行 70", 69), index.size());
+  EXPECT_EQ(index.find_last("LAST", 1001), 1000U);
+  EXPECT_EQ(index.find_last("nowhere", 0), index.size());
   std::filesystem::resize_file(folder / "f.txt", 10);
   EXPECT_EQ(index.line(900), "");
   const LineIndex utf8(folder.file("u.txt", "\xEF\xBB\xBF名前\n"), [](std::string_view) {});
   EXPECT_EQ(utf8.line(0), "名前");
   const LineIndex empty(folder.file("e.txt", ""), [](std::string_view) {});
   EXPECT_EQ(empty.size(), 0U);
+}
+
+// Beyond one block, and where a double-byte character holds the bytes of letters.
+TEST(LineIndex, SearchesBothWaysThroughManyBlocks) {
+  const TestFolder folder;
+  std::string text;
+  constexpr std::size_t kLines = 60000;
+  for (std::size_t i = 0; i < kLines; ++i) {
+    text += i % 20000 == 7 ? "ここにABCがあります\r\n"
+                           : "アイウエオの長い行が続いています、同じように\r\n";
+  }
+  const LineIndex index(folder.text("f.txt", text), [](std::string_view) {});
+  std::vector<std::size_t> forwards, backwards;
+  for (std::size_t at = index.find("abc", 0); at < kLines; at = index.find("abc", at + 1)) {
+    forwards.push_back(at);
+  }
+  for (std::size_t at = kLines; (at = index.find_last("Abc", at)) < kLines;) {
+    backwards.insert(backwards.begin(), at);
+  }
+  EXPECT_EQ(forwards, (std::vector<std::size_t>{7, 20007, 40007}));
+  EXPECT_EQ(backwards, forwards);
+  EXPECT_EQ(index.find("a", 8), 20007U);  // "ア" is 83 41, "A" 41
+  EXPECT_EQ(index.find_last("同じ", kLines), kLines - 1);
 }
 
 }  // namespace

@@ -1,105 +1,23 @@
 // The real windows, without a screen: that what the user does reaches the commands, and that what
 // the commands say is shown.
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QGroupBox>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScrollBar>
 #include <QSettings>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
-#include <gtest/gtest.h>
+#include <QToolBar>
+#include <algorithm>
 
 #include "app/qt/mirror.h"
-#include "app/qt/qt_shell.h"
-#include "app/qt/report_view.h"
-#include "app/qt/viewer_view.h"
 #include "paths.h"
-#include "test_folder.h"
-#include "text/error.h"
+#include "qt/window_fixture.h"
 
 namespace tobarine {
 namespace {
-
-namespace fs = std::filesystem;
-
-// The shell of the program, but for the dialogs that would wait for an answer.
-class ScriptedShell : public QtShell {
- public:
-  std::optional<fs::path> choose_file(const FileQuestion& /*question*/) override {
-    return std::exchange(chosen, std::nullopt);
-  }
-  std::optional<fs::path> choose_output(const FileQuestion& question,
-                                        const fs::path& /*suggested*/) override {
-    return choose_file(question);
-  }
-  void show_message(Icon /*icon*/, const MessageBox& message) override {
-    messages.push_back(message.text);
-  }
-  std::optional<fs::path> chosen;
-  std::vector<std::string> messages;
-};
-
-QString plain(QString text) {
-  return text.remove('&');
-}
-
-// Answers the next message box by the button.
-void answer_with(QMessageBox::StandardButton button) {
-  QTimer::singleShot(0, [button] {
-    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    ASSERT_NE(box, nullptr);
-    box->button(button)->click();
-  });
-}
-
-class WindowTest : public ::testing::Test {
- protected:
-  WindowTest() {
-    fs::copy(delivered_folder(), folder_ / "home");
-    start();
-  }
-  void start() {
-    shell_ = std::make_unique<ScriptedShell>();
-    commands_ = std::make_unique<MainWindow>(start_up({folder_ / "home", "", shell_->now()}),
-                                             folder_ / "home", *shell_);
-    shell_->show(*commands_);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&shell_->view()));
-  }
-  fs::path sample(const std::string& name) {
-    fs::copy(fs::path(samples_folder()) / name, folder_ / name,
-             fs::copy_options::overwrite_existing);
-    return folder_ / name;
-  }
-  template <typename Widget>
-  Widget* find(const QString& name) {
-    auto* const found = shell_->view().findChild<Widget*>(name);
-    EXPECT_NE(found, nullptr) << name.toStdString();
-    return found;
-  }
-  template <typename Window>
-  Window* other_window(const QString& name) {
-    for (QWidget* const widget : QApplication::topLevelWidgets()) {
-      if (widget->objectName() == name && widget->isVisible()) return static_cast<Window*>(widget);
-    }
-    ADD_FAILURE() << "no window " << name.toStdString();
-    return nullptr;
-  }
-  void press(const char* keys) { QTest::keySequence(&shell_->view(), QKeySequence(keys)); }
-
-  TestFolder folder_;
-  std::unique_ptr<MainWindow> commands_;
-  std::unique_ptr<ScriptedShell> shell_;
-};
 
 TEST_F(WindowTest, HoldsEveryControlWithItsCaption) {
   for_each_control(commands_->controls, [&](const std::string& name, const Control& control) {
@@ -156,10 +74,13 @@ TEST_F(WindowTest, ClicksAndTypedTextReachTheSettings) {
   auto* const check = find<QCheckBox>("Check8");
   check->click();
   EXPECT_EQ(commands_->settings().write_name, 1);
-  EXPECT_EQ(check->palette().color(QPalette::Active, QPalette::WindowText), QColor(0, 0, 255));
+  const auto ground = check->parentWidget()->palette().color(QPalette::Window);
+  EXPECT_EQ(check->palette().color(QPalette::Active, QPalette::WindowText),
+            shown_colour(Colour::kLightBlue, ground));
   check->click();
   EXPECT_EQ(commands_->settings().write_name, 0);
-  EXPECT_NE(check->palette().color(QPalette::Active, QPalette::WindowText), QColor(0, 0, 255));
+  EXPECT_EQ(check->palette().color(QPalette::Active, QPalette::WindowText),
+            QApplication::palette().color(QPalette::WindowText));
   find<QRadioButton>("Option3_1")->click();
   EXPECT_EQ(commands_->settings().zlog_in_jst, 1);
   EXPECT_TRUE(find<QRadioButton>("Option2_2")->isChecked());  // other groups stay as they are
@@ -208,12 +129,8 @@ TEST_F(WindowTest, AdifToHamlogByMouse) {
 
 TEST_F(WindowTest, ADroppedLogIsOpenedAndRemembered) {
   const fs::path log = sample("contest.zlo");
-  QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(log.string()))});
-  QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(&shell_->view(), &enter);
-  QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(&shell_->view(), &drop);
+  drop_file(log, *find<QLineEdit>("txtWas"));
+  EXPECT_EQ(find<QLineEdit>("txtWas")->text(), "WAS=");
   EXPECT_EQ(find<QLabel>("lblContest")->text(), "ALL JA コンテスト");
   EXPECT_TRUE(find<QRadioButton>("Option3_1")->isChecked());
   EXPECT_EQ(find<QLabel>("lblZone")->text(), "JST (ファイルに記されている)");
@@ -224,9 +141,62 @@ TEST_F(WindowTest, ADroppedLogIsOpenedAndRemembered) {
   QTest::mouseClick(find<QPushButton>("cmdeqsl"), Qt::LeftButton);
   EXPECT_TRUE(fs::exists(folder_ / "contest.adi"));
   sample("hamlog.csv");
-  commands_->open_file(folder_ / "hamlog.csv");
+  const fs::path here = fs::current_path();
+  fs::current_path(folder_.path());
+  commands_->open_file("hamlog.csv");
+  fs::current_path(here);
+  EXPECT_EQ(commands_->input(), folder_ / "hamlog.csv");
   recent->actions()[1]->trigger();
   EXPECT_EQ(commands_->input(), log);
+  const auto listed = [&] {
+    return std::ranges::count_if(recent->actions(), [](const QAction* action) {
+      return action->text().startsWith("what.csv") || action->text().startsWith("contest.zlo");
+    });
+  };
+  commands_->open_file(folder_.text("what.csv", "no log"));
+  EXPECT_EQ(listed(), 1);
+  folder_.text("contest.zlo", "no log any more");
+  recent->actions()[0]->trigger();
+  EXPECT_EQ(listed(), 0);
+}
+
+TEST_F(WindowTest, EnterPressesTheFocusedButton) {
+  find<QPushButton>("Command1")->setFocus();
+  QTest::keyClick(find<QPushButton>("Command1"), Qt::Key_Return);
+  EXPECT_EQ(find<QLineEdit>("txtWas")->text(), "");
+  commands_->open_file(sample("hamlog.csv"));
+  find<QPushButton>("cmdeqsl")->setFocus();
+  QTest::keyClick(find<QPushButton>("cmdeqsl"), Qt::Key_Enter);
+  EXPECT_EQ(find<QLabel>("lblMsg")->text(), "処理終了");
+  find<QPushButton>("cmdReport")->click();
+  EXPECT_NE(other_window<ReportView>("frmReport"), nullptr);
+}
+
+TEST_F(WindowTest, AMessageShowsItsTextAsItIs) {
+  bool plain_text = false;
+  QString text;
+  QTimer::singleShot(0, [&] {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    plain_text = box->textFormat() == Qt::PlainText;
+    text = box->text();
+    box->accept();
+  });
+  shell_->QtShell::show_message(Shell::Icon::kCritical, {"Tobarine", "<h1>x\r\n\x1B[1m"});
+  EXPECT_TRUE(plain_text);
+  EXPECT_EQ(text, "<h1>x\n␛[1m");
+  commands_->open_file(folder_.text("<h1>x.csv", "x"));
+  EXPECT_EQ(find<QLabel>("lblInFile")->textFormat(), Qt::PlainText);
+  QApplication::processEvents();
+  EXPECT_TRUE(find<QLabel>("lblInFile")->toolTip().endsWith("&lt;h1&gt;x.csv"));
+}
+
+TEST_F(WindowTest, TheWindowTellsHowThingsStandBeforeAMessage) {
+  commands_->jarl_server.url = "http://127.0.0.1:1/";  // nobody there
+  commands_->command("mnuJARL_Download");
+  EXPECT_EQ(find<QLabel>("lblMsg")->text(), "JARL のリストを取得しています…");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !shell_->messages.empty(); }));
+  EXPECT_EQ(shell_->shown_with_message, "");
 }
 
 TEST_F(WindowTest, AQuestionIsAnsweredByAButtonOrLeftByEscape) {
@@ -265,12 +235,24 @@ TEST_F(WindowTest, EscapeStopsALongRun) {
   std::string log;
   for (int i = 0; i < 400000; ++i) log += "JA1ABC,24/05/01,12:00U,59,59,7,CW,1001,,J  ,,,,,0\n";
   commands_->open_file(folder_.text("long.csv", log));
-  QTimer::singleShot(0, [this] { QTest::keyClick(&shell_->view(), Qt::Key_Escape); });
-  find<QPushButton>("cmdH2L")->click();
-  EXPECT_EQ(find<QLabel>("lblMsg")->text(), "途中で止まりました");
-  ASSERT_EQ(shell_->messages.size(), 1U);
-  EXPECT_TRUE(find<QPushButton>("cmdH2L")->isEnabled());
-  shell_->messages.clear();
+  auto* const h2l = find<QPushButton>("cmdH2L");
+  h2l->setFocus();
+  const std::vector<const char*> idle = {"cmdH2L", "cmdEnd", "Check1", "MSFlexGrid1", "txtWas"};
+  const auto enabled = [&](const char* name) { return find<QWidget>(name)->isEnabled(); };
+  QTimer::singleShot(0, [&] {
+    EXPECT_TRUE(std::ranges::none_of(idle, enabled));
+    EXPECT_FALSE(shell_->view().menuBar()->isEnabled() || find<QToolBar>("Toolbar1")->isEnabled());
+    EXPECT_TRUE(find<QPushButton>("cmdStop")->isVisible());
+    EXPECT_TRUE(find<QProgressBar>("ProgressBar1")->text().endsWith('%'));
+    QTest::keyClick(&shell_->view(), Qt::Key_Escape);
+  });
+  h2l->click();
+  EXPECT_EQ(find<QLabel>("lblMsg")->text(), "中止しました");
+  EXPECT_TRUE(shell_->messages.empty());
+  EXPECT_TRUE(std::ranges::all_of(idle, enabled) && h2l->hasFocus());
+  QTimer::singleShot(0, [&] { find<QPushButton>("cmdStop")->click(); });
+  find<QPushButton>("cmdeqsl")->click();
+  EXPECT_EQ(find<QLabel>("lblMsg")->text(), "中止しました");
   find<QPushButton>("cmdeqsl")->click();  // the wish does not outlive the run
   EXPECT_EQ(find<QLabel>("lblMsg")->text(), "処理終了");
 }
@@ -369,71 +351,6 @@ TEST_F(GridTest, AnInputMethodComposesInTheBox) {
   EXPECT_EQ(commands_->bands.text(), "漢");
   QTest::keyClick(box_, Qt::Key_Return);
   EXPECT_EQ(grid_->item(0, 1)->text(), "漢");
-}
-
-TEST_F(WindowTest, TheViewerScrollsFindsAndGoesToALine) {
-  std::string text;
-  for (int i = 1; i <= 500; ++i) text += "line " + std::to_string(i) + "\n";
-  shell_->open_viewer(folder_.text("short.txt", text), 400);
-  auto* viewer = other_window<ViewerView>("frmDisp2");
-  auto* const list = viewer->findChild<QListView*>("List1");
-  EXPECT_EQ(list->model()->rowCount(), 500);
-  EXPECT_EQ(list->currentIndex().row(), 399);
-  EXPECT_EQ(list->horizontalScrollBar()->maximum(), 0);
-  ASSERT_TRUE(QTest::qWaitForWindowActive(viewer));
-  QTest::keySequence(viewer, QKeySequence(QKeySequence::Find));
-  auto* const wanted = viewer->findChild<QLineEdit*>("txtFind");
-  EXPECT_TRUE(wanted->isVisible());
-  QTest::keyClicks(wanted, "LINE 45");
-  QTest::keyClick(wanted, Qt::Key_Return);
-  EXPECT_EQ(list->currentIndex().row(), 449);
-  viewer->findChildren<QPushButton*>()[1]->click();  // backwards
-  EXPECT_EQ(list->currentIndex().row(), 44);
-  QTest::keyClick(viewer, Qt::Key_Escape);  // first the bar, then the window
-  EXPECT_TRUE(viewer->isVisible() && !wanted->isVisible());
-  QTest::keyClick(viewer, Qt::Key_Escape);
-  shell_->open_viewer(folder_.text("wide.txt", std::string(2000, 'x') + "\n"), 0);
-  viewer = other_window<ViewerView>("frmDisp2");
-  EXPECT_GT(viewer->findChild<QListView*>("List1")->horizontalScrollBar()->maximum(), 0);
-}
-
-TEST_F(WindowTest, AClickInTheReportShowsTheLine) {
-  commands_->open_file(sample("hamlog.csv"));
-  find<QPushButton>("cmdH2L")->click();
-  find<QAction>("mnuDisp_report")->trigger();
-  auto* const tree = other_window<ReportView>("frmReport")->findChild<QTreeWidget*>("treeReport");
-  QTreeWidgetItem* item = nullptr;
-  for (int i = 0; i < tree->topLevelItemCount() && item == nullptr; ++i) {
-    if (tree->topLevelItem(i)->childCount() > 0) item = tree->topLevelItem(i)->child(0);
-  }
-  ASSERT_NE(item, nullptr);
-  emit tree->itemClicked(item, 0);
-  auto* const list = other_window<ViewerView>("frmDisp2")->findChild<QListView*>("List1");
-  EXPECT_EQ(list->currentIndex().row() + 1, item->text(0).toInt());
-}
-
-TEST_F(WindowTest, TheEditorSavesUndoesAndAsks) {
-  const fs::path file = folder_.text("e.csv", "一,二\r\n三\r\n");
-  shell_->open_editor(file);
-  auto* const editor = other_window<FileEditorView>("Hamlog_csv_Edit");
-  EXPECT_EQ(editor->windowTitle().toStdString(), file.string() + " ");
-  auto* const text = editor->findChild<QPlainTextEdit*>("Text1");
-  text->moveCursor(QTextCursor::End);
-  QTest::keyClicks(text, "abc");
-  answer_with(QMessageBox::Cancel);
-  EXPECT_FALSE(editor->may_close());
-  answer_with(QMessageBox::Ok);
-  editor->findChild<QAction*>("mnuSave")->trigger();
-  EXPECT_EQ(TestFolder::bytes_of(file), to_cp932("一,二\r\n三\r\nabc"));
-  EXPECT_TRUE(editor->may_close());
-  editor->findChild<QAction*>("mnuUndo")->trigger();
-  answer_with(QMessageBox::Discard);
-  EXPECT_TRUE(editor->may_close());
-  EXPECT_THROW(shell_->open_editor(folder_.file("empty.csv", "")), FileError);
-  EXPECT_THROW(shell_->open_editor(folder_.file("odd.csv", "a\rb")), FileError);
-  commands_->set_edit_file(folder_ / "empty.csv");
-  commands_->command("mnuHamlo_csv_Edit");
-  EXPECT_EQ(shell_->messages.size(), 1U);
 }
 
 TEST_F(WindowTest, TheZlogWindowConvertsAndEdits) {

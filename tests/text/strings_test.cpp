@@ -2,13 +2,26 @@
 
 #include <gtest/gtest.h>
 
+#include "text/cp932.h"
 #include "text/utf8.h"
+#include "text/visible.h"
 
 namespace tobarine {
 namespace {
 
 TEST(Strings, UpperCaseKnowsAsciiAndFullWidthLatinOnly) {
   EXPECT_EQ(upper("aZ1ａｚＡ日本ｱéя"), "AZ1ＡＺＡ日本ｱéя");
+}
+
+TEST(Strings, WhatATerminalOrAWindowWouldObeyIsShownInstead) {
+  EXPECT_EQ(visible("日本 <h1>ｱ"), "日本 <h1>ｱ");
+  EXPECT_EQ(visible("\x1B[31mred\a\r\n\tx\x7F"), "␛[31mred␇␍␊␉x␡");
+  EXPECT_EQ(visible(std::string_view("a\0b", 3)), "a␀b");
+  // C1 controls, a right-to-left override, half a character, a byte that is no CP932
+  EXPECT_EQ(visible("\xC2\x9B\xE2\x80\xAE\xE3\x81" + from_cp932("\x81\n")),
+            "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD␊");
+  EXPECT_EQ(visible_lines("a\r\nb\n\tc\rd\x1B"), "a\nb\n\tc␍d␛");
+  EXPECT_EQ(visible_lines(""), "");
 }
 
 TEST(Strings, TrimTakesBlanksOnly) {

@@ -3,7 +3,6 @@
 #include <QFont>
 #include <QIcon>
 #include <QLibraryInfo>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTranslator>
 #include <ctime>
@@ -12,6 +11,7 @@
 #include "app/main_window.h"
 #include "app/program_folder.h"
 #include "app/qt/qt_shell.h"
+#include "editors/qt/plain_text.h"
 #include "text/error.h"
 #include "text/open_file.h"
 
@@ -48,18 +48,17 @@ std::optional<std::filesystem::path> folder_to_use(const ProgramFolder& folder) 
                     "プログラムフォルダーに書き込めません。設定や変換テーブルを書くので、"
                     "Tobarine をフォルダーごと、ドキュメントなど書き込める所に移して下さい");
   }
-  const QString question = QString(
-                               "Tobarine のフォルダーに書き込めません。\n%1\n\n"
-                               "設定と変換テーブルを、書き込める次の所に置いて続けますか？\n%2\n\n"
-                               "(Tobarine をフォルダーごとドキュメントなどに移しても使えます)")
-                               .arg(QString::fromStdString(path_text(folder.path)),
-                                    QString::fromStdString(path_text(folder.user_copy)));
-  QMessageBox box(QMessageBox::Question, "Tobarine", question, QMessageBox::NoButton);
-  box.setTextFormat(Qt::PlainText);
-  QPushButton* const go_on = box.addButton("続ける", QMessageBox::AcceptRole);
-  box.addButton("終了", QMessageBox::RejectRole);
-  box.exec();
-  if (box.clickedButton() != go_on) return std::nullopt;
+  const auto box =
+      message_box(nullptr, QMessageBox::Question, "Tobarine",
+                  "Tobarine のフォルダーに書き込めません。\n" + path_text(folder.path) +
+                      "\n\n設定と変換テーブルを、書き込める次の所に置いて続けますか？\n" +
+                      path_text(folder.user_copy) +
+                      "\n\n(Tobarine をフォルダーごとドキュメントなどに移しても使えます)",
+                  QMessageBox::NoButton);
+  const QAbstractButton* const go_on = box->addButton("続ける", QMessageBox::AcceptRole);
+  box->addButton("終了", QMessageBox::RejectRole);
+  box->exec();
+  if (box->clickedButton() != go_on) return std::nullopt;
   return make_user_copy(folder);
 }
 
@@ -72,8 +71,7 @@ int run() {
   QtShell shell;
   StartUp start = start_up({folder, qEnvironmentVariable("WINDIR").toStdString(), shell.now()});
   if (start.stop) {
-    QMessageBox::critical(nullptr, QString::fromStdString(start.stop->title),
-                          QString::fromStdString(start.stop->text).replace("\r\n", "\n"));
+    message_box(nullptr, QMessageBox::Critical, start.stop->title, start.stop->text)->exec();
     return 1;
   }
   MainWindow commands(std::move(start), folder, shell);
@@ -102,7 +100,7 @@ int main(int argc, char** argv) {
   try {
     return run();
   } catch (const Error& error) {
-    QMessageBox::critical(nullptr, "Tobarine", QString::fromUtf8(error.what()));
+    message_box(nullptr, QMessageBox::Critical, "Tobarine", error.what())->exec();
     return 1;
   }
 }

@@ -11,6 +11,7 @@
 #include <QSettings>
 
 #include "app/qt/mirror.h"
+#include "editors/qt/plain_text.h"
 #include "editors/qt/window_size.h"
 #include "text/strings.h"
 
@@ -99,14 +100,31 @@ void MainView::connect_options() {
 void MainView::mirror() {
   const MainControls& controls = commands_->controls;
   setWindowTitle(qstring(controls.title));
+  if (commands_->running()) suspend();
   for_each_control(controls, [this](const std::string& name, const Control& control) {
     const QString key = qstring(name);
     mirror_control(*controls_[key], control, access_key(key, control));
   });
   bands_->mirror();
   modes_->mirror();
+  if (!commands_->running()) resume();
   mirror_progress();
-  if (!commands_->input().empty()) add_recent_file(commands_->input());
+  if (commands_->accepted()) {
+    remember_recent_file(QString::fromStdU16String(commands_->input().u16string()), true);
+  }
+}
+
+// What does nothing while a run goes on looks so. The focus comes back afterwards.
+void MainView::suspend() {
+  if (!idle_[0]->isEnabled()) return;
+  focus_before_run_ = focusWidget();
+  for (QWidget* const widget : idle_) widget->setEnabled(false);
+}
+
+void MainView::resume() {
+  if (idle_[0]->isEnabled()) return;
+  for (QWidget* const widget : idle_) widget->setEnabled(true);
+  if (focus_before_run_ != nullptr) focus_before_run_->setFocus();
 }
 
 void MainView::widen_grids() {
@@ -118,7 +136,16 @@ void MainView::mirror_progress() {
   constexpr int kSteps = 1000;
   const double done = commands_->controls.progress;
   progress_->setRange(0, done == kBusy ? 0 : kSteps);
+  progress_->setTextVisible(commands_->running());
   if (done != kBusy) progress_->setValue(static_cast<int>(done * kSteps));
+}
+
+// Another theme has other colours for the same texts, once all widgets know of it.
+void MainView::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange || commands_ == nullptr) return;
+  QMetaObject::invokeMethod(
+      this, [this] { mirror(); }, Qt::QueuedConnection);
 }
 
 void MainView::closeEvent(QCloseEvent* event) {
@@ -163,15 +190,21 @@ void MainView::remember_place() const {
   QSettings("Tobarine", "Tobarine").setValue("main/place", saveGeometry());
 }
 
-void MainView::add_recent_file(const std::filesystem::path& file) {
+// A file that turns out to be no log, or to be gone, leaves the list.
+void MainView::remember_recent_file(const QString& file, bool usable) {
   QSettings platform("Tobarine", "Tobarine");
   QStringList files = platform.value("recent").toStringList();
-  const QString name = QString::fromStdU16String(file.u16string());
-  if (!files.isEmpty() && files[0] == name) return;
-  files.removeAll(name);
-  files.prepend(name);
+  if (usable && !files.isEmpty() && files[0] == file) return;
+  files.removeAll(file);
+  if (usable) files.prepend(file);
   platform.setValue("recent", QStringList(files.mid(0, kMostRecentFiles)));
   show_recent_files();
+}
+
+void MainView::open_recent_file(const QString& file) {
+  commands_->open_file(path_of(file));
+  const bool refused = commands_->input() == path_of(file) && !commands_->accepted();
+  if (refused || !QFileInfo::exists(file)) remember_recent_file(file, false);
 }
 
 void MainView::show_recent_files() {
@@ -179,9 +212,9 @@ void MainView::show_recent_files() {
   const QStringList files = QSettings("Tobarine", "Tobarine").value("recent").toStringList();
   recent_->setEnabled(!files.isEmpty());
   for (const QString& file : files) {
-    QString caption = QFileInfo(file).fileName() + "    " + QFileInfo(file).path();
-    recent_->addAction(caption.replace('&', "&&"), this,
-                       [this, file] { commands_->open_file(path_of(file)); });
+    const QFileInfo info(file);
+    QString caption = shown_line((info.fileName() + "    " + info.path()).toStdString());
+    recent_->addAction(caption.replace('&', "&&"), this, [this, file] { open_recent_file(file); });
   }
 }
 

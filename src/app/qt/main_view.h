@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QProgressBar>
 #include <filesystem>
 #include <functional>
@@ -33,9 +34,9 @@ class MainView : public QMainWindow {
   std::function<void()> wants_to_stop;  // a run
 
   void remember_place() const;
-  void add_recent_file(const std::filesystem::path& file);
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -47,6 +48,8 @@ class MainView : public QMainWindow {
   void add_toolbar();
   void build();
   QWidget* build_top();
+  QWidget* build_result();
+  QWidget* build_progress();
   QWidget* build_options();
   QWidget* build_left_options();
   QWidget* build_right_options();
@@ -56,6 +59,10 @@ class MainView : public QMainWindow {
   Widget* add(const QString& name, QWidget* parent = nullptr);
   void connect_options();
   void find_controls();
+  void suspend();
+  void resume();
+  void open_recent_file(const QString& file);
+  void remember_recent_file(const QString& file, bool usable);
   void show_recent_files();
   void restore_place();
 
@@ -63,6 +70,8 @@ class MainView : public QMainWindow {
   std::map<QString, QObject*> controls_;  // by the names of for_each_control()
   QProgressBar* progress_ = nullptr;
   QMenu* recent_ = nullptr;
+  QList<QWidget*> idle_;  // what can be used only while nothing runs
+  QPointer<QWidget> focus_before_run_;
   QWidget* bands_place_ = nullptr;
   QWidget* modes_place_ = nullptr;
   GridView* bands_ = nullptr;

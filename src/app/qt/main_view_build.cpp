@@ -56,6 +56,7 @@ template <typename Widget>
 Widget* MainView::add(const QString& name, QWidget* parent) {
   auto* const widget = new Widget(parent);
   widget->setObjectName(name);
+  widget->setAcceptDrops(false);  // a file that is dropped anywhere is opened by the window
   return widget;
 }
 
@@ -110,6 +111,7 @@ void MainView::add_toolbar() {
     }
   }
   addToolBar(bar);
+  idle_ << menuBar() << bar;
 }
 
 QGroupBox* MainView::frame(const char* name, QBoxLayout* layout) {
@@ -117,6 +119,46 @@ QGroupBox* MainView::frame(const char* name, QBoxLayout* layout) {
   layout->setContentsMargins(10, 1, 10, 3);
   box->setLayout(layout);
   return box;
+}
+
+// What became of the run, and the way to its report.
+QWidget* MainView::build_result() {
+  auto* const message = add<QLabel>("lblMsg");
+  message->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* const report = add<QPushButton>("cmdReport");
+  report->setFlat(true);
+  report->setAutoDefault(true);
+  report->setCursor(Qt::PointingHandCursor);
+  QFont font = report->font();
+  font.setUnderline(true);
+  report->setFont(font);
+  connect(report, &QPushButton::clicked, this, [this] { commands_->command("cmdReport"); });
+  auto* const layout = column(0);
+  layout->addWidget(message);
+  layout->addWidget(report);
+  auto* const widget = new QWidget;
+  widget->setLayout(layout);
+  return widget;
+}
+
+QWidget* MainView::build_progress() {
+  progress_ = new QProgressBar;
+  progress_->setObjectName("ProgressBar1");
+  progress_->setAccessibleName("進み具合");
+  progress_->setAlignment(Qt::AlignCenter);
+  auto* const stop = add<QPushButton>("cmdStop");
+  // Enter was meant for the button that began the run; Esc stops it.
+  stop->setFocusPolicy(Qt::NoFocus);
+  QSizePolicy place = stop->sizePolicy();
+  place.setRetainSizeWhenHidden(true);
+  stop->setSizePolicy(place);
+  connect(stop, &QPushButton::clicked, this, [this] { wants_to_stop(); });
+  auto* const layout = row();
+  layout->addWidget(progress_, 1);
+  layout->addWidget(stop);
+  auto* const widget = new QWidget;
+  widget->setLayout(layout);
+  return widget;
 }
 
 QWidget* MainView::build_top() {
@@ -139,6 +181,7 @@ QWidget* MainView::build_top() {
   };
   add_file(0, "入力:", "lblInFile", "lblIn");
   auto* const choose = add<QPushButton>("cmdOutput");
+  choose->setAutoDefault(true);
   connect(choose, &QPushButton::clicked, this, [this] { commands_->command("cmdOutput"); });
   add_file(1, "出力:", "lblOutFile", "lblInfo")->addWidget(choose);
   files->setColumnStretch(1, 1);
@@ -149,18 +192,14 @@ QWidget* MainView::build_top() {
   auto* const notes = add<QLabel>("lblNotes");
   notes->setWordWrap(true);
   texts->addWidget(notes, 1);
-  auto* const message = add<QLabel>("lblMsg");
-  message->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  texts->addWidget(message);
+  texts->addWidget(build_result());
   files->addLayout(texts, 2, 0, 1, 3);
-  progress_ = new QProgressBar;
-  progress_->setObjectName("ProgressBar1");
-  progress_->setAccessibleName("進み具合");
-  progress_->setTextVisible(false);
-  progress_->setFixedHeight(10);
-  files->addWidget(progress_, 3, 0, 1, 3);
+  files->addWidget(build_progress(), 3, 0, 1, 3);
 
+  auto* const choices = new QWidget;
   auto* const buttons = row();
+  choices->setLayout(buttons);
+  idle_ << choices;
   for (const char* name : {"cmdH2L", "cmdeqsl", "cmdL2H", "cmdEnd"}) {
     auto* const button = add<QPushButton>(name);
     QFont font = button->font();
@@ -168,6 +207,7 @@ QWidget* MainView::build_top() {
     font.setBold(true);
     button->setFont(font);
     button->setMinimumHeight(38);
+    button->setAutoDefault(true);  // Enter presses it
     connect(button, &QPushButton::clicked, this, [this, name] { commands_->command(name); });
     buttons->addWidget(button, std::string_view(name) == "cmdEnd" ? 2 : 3);
   }
@@ -175,7 +215,7 @@ QWidget* MainView::build_top() {
   auto* const top = column();
   top->setContentsMargins(0, 0, 4, 0);
   top->addLayout(files);
-  top->addLayout(buttons);
+  top->addWidget(choices);
   auto* const widget = new QWidget;
   widget->setLayout(top);
   return widget;
@@ -208,6 +248,7 @@ QWidget* MainView::build_left_options() {
   keyword->addWidget(label);
   keyword->addWidget(text, 1);
   auto* const clear = add<QPushButton>("Command1");
+  clear->setAutoDefault(true);
   connect(clear, &QPushButton::clicked, this, [this] { commands_->command("Command1"); });
   keyword->addWidget(clear);
   was->addLayout(keyword);
@@ -321,6 +362,7 @@ void MainView::build() {
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setWidget(build_options());
   scroll->setFocusPolicy(Qt::NoFocus);
+  idle_ << scroll;
   auto* const all = new QVBoxLayout;
   all->setContentsMargins(10, 6, 6, 6);
   all->addWidget(build_top());

@@ -7,25 +7,31 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <algorithm>
+#include <cmath>
+
+#include "editors/qt/plain_text.h"
 
 namespace tobarine {
 namespace {
 
-QColor shown_colour(Colour colour, const QPalette& palette) {
-  switch (colour) {
-    case Colour::kLightBlue:
-      return {0, 0, 255};
-    case Colour::kLightRed:
-      return {200, 0, 0};
-    default:
-      return palette.color(QPalette::Active, QPalette::WindowText);
-  }
+// The relative luminance of a colour, 0 .. 1.
+double luminance(const QColor& colour) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+         0.0722 * linear(colour.blueF());
 }
 
 void set_colour(QWidget& widget, Colour colour) {
+  if (colour == Colour::kBlack) {
+    widget.setPalette(QPalette());
+    return;
+  }
+  const QWidget& ground = widget.parentWidget() == nullptr ? widget : *widget.parentWidget();
+  const QColor wanted = shown_colour(colour, ground.palette().color(QPalette::Window));
   QPalette palette = widget.palette();
-  const QColor wanted = shown_colour(
-      colour, widget.parentWidget() == nullptr ? palette : widget.parentWidget()->palette());
   if (palette.color(QPalette::Active, QPalette::WindowText) == wanted) return;
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
     palette.setColor(group, QPalette::WindowText, wanted);
@@ -43,13 +49,32 @@ QString with_access_key(QString text, QChar key) {
 void mirror_widget(QWidget& widget, const Control& control) {
   widget.setEnabled(control.enabled);
   widget.setVisible(control.visible);
-  if (!control.tip.empty()) widget.setToolTip(QString::fromStdString(control.tip));
+  if (!control.tip.empty()) widget.setToolTip(plain_tip(shown_lines(control.tip)));
 }
 
 }  // namespace
 
 QString shown_text(const Control& control) {
-  return QString::fromStdString(control.text).replace("\r\n", "\n");
+  return shown_lines(control.text);
+}
+
+double contrast(const QColor& a, const QColor& b) {
+  const double of_a = luminance(a) + 0.05;
+  const double of_b = luminance(b) + 0.05;
+  return std::max(of_a, of_b) / std::min(of_a, of_b);
+}
+
+QColor shown_colour(Colour colour, const QColor& background) {
+  constexpr double kReadable = 4.5;
+  constexpr double kDark = 0.18;  // luminance; below it white can be read better than black
+  QColor shown = colour == Colour::kLightBlue ? QColor(0, 0, 255) : QColor(255, 0, 0);
+  if (luminance(background) >= kDark) return shown;
+  constexpr int kStep = 8;
+  while (contrast(shown, background) < kReadable && shown != QColor(Qt::white)) {
+    const auto lighter = [](int part) { return std::min(part + kStep, 255); };
+    shown.setRgb(lighter(shown.red()), lighter(shown.green()), lighter(shown.blue()));
+  }
+  return shown;
 }
 
 void mirror_control(QObject& object, const Control& control, QChar access_key) {
@@ -69,6 +94,7 @@ void mirror_control(QObject& object, const Control& control, QChar access_key) {
     button->setChecked(control.checked);
     set_colour(*button, control.colour);
   } else if (auto* const label = qobject_cast<QLabel*>(widget)) {
+    label->setTextFormat(Qt::PlainText);
     if (label->text() != text) label->setText(text);
     set_colour(*label, control.colour);
   } else if (auto* const edit = qobject_cast<QLineEdit*>(widget)) {
@@ -84,7 +110,7 @@ void mirror_control(QObject& object, const Control& control, QChar access_key) {
 void PathLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const QRect area = contentsRect();
-  setToolTip(text());
+  setToolTip(plain_tip(text()));
   style()->drawItemText(
       &painter, area, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), palette(), isEnabled(),
       fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width()), QPalette::WindowText);

@@ -9,8 +9,15 @@
 
 namespace tobarine {
 
-// The text of a control for Qt: LF line ends.
+// The text of a control for Qt: LF line ends, nothing that is obeyed instead of shown.
 QString shown_text(const Control& control);
+
+// A colour of the palette on this background: as it is on light ones, on dark ones lightened until
+// it can be read. Black is the style's own colour and not asked for.
+QColor shown_colour(Colour colour, const QColor& background);
+
+// How far two colours are apart for the eye, 1 .. 21.
+double contrast(const QColor& a, const QColor& b);
 
 // What can have a tool tip, a state of its own and a colour gets them; signals stay quiet. `object`
 // may be a button, a label, a line edit, a combo box, a group box or an action. `access_key` is the

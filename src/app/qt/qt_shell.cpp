@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -12,8 +11,8 @@
 #include <utility>
 
 #include "app/local_time.h"
-#include "app/qt/report_view.h"
-#include "app/qt/viewer_view.h"
+#include "editors/qt/plain_text.h"
+#include "editors/qt/window_size.h"
 #include "text/error.h"
 
 namespace tobarine {
@@ -73,16 +72,14 @@ QtShell::~QtShell() {
     const std::lock_guard lock(alive_->mutex);
     alive_->yes = false;
   }
-  for (const auto& window : windows_) delete window;
+  delete report_;
+  for (const auto& viewer : viewers_) delete viewer;
   for (const auto& editor : editors_) delete editor;
 }
 
-// Shows a window that deletes itself when it is closed, or else with the shell.
-void QtShell::keep(QMainWindow* window) {
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  std::erase_if(windows_, [](const auto& other) { return other == nullptr; });
-  windows_.emplace_back(window);
-  window->show();
+QWidget& QtShell::window_in_use() {
+  QWidget* const active = QApplication::activeWindow();
+  return active == nullptr || active->isModal() ? *view_ : *active;
 }
 
 void QtShell::show(MainWindow& commands) {
@@ -112,29 +109,26 @@ std::optional<std::filesystem::path> QtShell::choose_output(
 }
 
 std::optional<std::size_t> QtShell::ask(const Choice& choice) {
-  QMessageBox box(QMessageBox::Question, qstring(choice.title),
-                  qstring(choice.text).replace("\r\n", "\n"), QMessageBox::NoButton,
-                  QApplication::activeWindow());
+  const auto box = message_box(QApplication::activeWindow(), QMessageBox::Question, choice.title,
+                               choice.text, QMessageBox::NoButton);
   std::vector<QAbstractButton*> buttons;
   for (const std::string& answer : choice.answers) {
-    buttons.push_back(box.addButton(qstring(answer), QMessageBox::ActionRole));
+    buttons.push_back(box->addButton(qstring(answer), QMessageBox::ActionRole));
   }
-  box.setEscapeButton(box.addButton("やめる", QMessageBox::RejectRole));
-  box.exec();
-  const auto clicked = std::ranges::find(buttons, box.clickedButton());
+  box->setEscapeButton(box->addButton("やめる", QMessageBox::RejectRole));
+  box->exec();
+  const auto clicked = std::ranges::find(buttons, box->clickedButton());
   if (clicked == buttons.end()) return std::nullopt;
   return static_cast<std::size_t>(clicked - buttons.begin());
 }
 
 void QtShell::show_message(Icon icon, const MessageBox& message) {
-  const QString text = qstring(message.text).replace("\r\n", "\n");
   constexpr int kMostLines = 16;
-  if (text.count('\n') > kMostLines) {
-    show_long_text(qstring(message.title), text);
-  } else if (icon == Icon::kCritical) {
-    QMessageBox::critical(QApplication::activeWindow(), qstring(message.title), text);
+  if (std::ranges::count(message.text, '\n') > kMostLines) {
+    show_long_text(shown_lines(message.title), shown_lines(message.text));
   } else {
-    QMessageBox::information(QApplication::activeWindow(), qstring(message.title), text);
+    const auto of = icon == Icon::kCritical ? QMessageBox::Critical : QMessageBox::Information;
+    message_box(QApplication::activeWindow(), of, message.title, message.text)->exec();
   }
 }
 
@@ -160,28 +154,72 @@ bool QtShell::keep_going() {
   return !std::exchange(stop_, false);
 }
 
+namespace {
+
+bool is_same_file(const std::filesystem::path& a, const std::filesystem::path& b) {
+  std::error_code error;
+  return a == b || std::filesystem::equivalent(a, b, error);
+}
+
+// The window that shows the file already, in front now; windows that are closed are forgotten.
+template <typename Window>
+Window* raised(std::vector<QPointer<Window>>& windows, const std::filesystem::path& file) {
+  std::erase_if(windows, [](const auto& window) { return window == nullptr; });
+  for (const auto& window : windows) {
+    if (!is_same_file(window->file(), file)) continue;
+    window->show();
+    window->raise();
+    window->activateWindow();
+    return window;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+// What is asked for in one of the other windows.
+void QtShell::told_when_failing(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Error& error) {
+    show_message(Icon::kCritical, {"Tobarine", error.what()});
+  }
+}
+
 void QtShell::open_viewer(const std::filesystem::path& file, std::size_t line) {
-  auto* const viewer = new ViewerView(file);
-  keep(viewer);
+  QWidget& beside = window_in_use();
+  ViewerView* viewer = raised(viewers_, file);
+  if (viewer != nullptr) {
+    viewer->reload();
+  } else {
+    viewer = new ViewerView(file);
+    viewer->setAttribute(Qt::WA_DeleteOnClose);
+    viewers_.emplace_back(viewer);
+    stand_beside(*viewer, beside);
+    viewer->show();
+  }
   viewer->go_to_line(line);
 }
 
 void QtShell::open_editor(const std::filesystem::path& file) {
+  if (raised(editors_, file) != nullptr) return;
   auto* const editor = new FileEditorView(file);
   editor->setAttribute(Qt::WA_DeleteOnClose);
+  editor->wants_to_open = [this](const std::filesystem::path& dropped) {
+    told_when_failing([&] { open_editor(dropped); });
+  };
   editors_.emplace_back(editor);
   editor->show();
 }
 
 void QtShell::open_report() {
-  auto* const view = new ReportView(commands_->report(), [this](std::size_t line) {
-    try {
-      open_viewer(commands_->input(), line);
-    } catch (const Error& error) {
-      show_message(Icon::kCritical, {"Tobarine", error.what()});
-    }
-  });
-  keep(view);
+  delete report_;  // of an earlier run
+  report_ = new ReportView(commands_->report(), commands_->input(),
+                           [this](const std::filesystem::path& file, std::size_t line) {
+                             told_when_failing([&] { open_viewer(file, line); });
+                           });
+  report_->setAttribute(Qt::WA_DeleteOnClose);
+  report_->show();
 }
 
 void QtShell::open_zlog_window() {

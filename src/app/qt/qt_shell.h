@@ -8,6 +8,8 @@
 
 #include "app/main_window.h"
 #include "app/qt/main_view.h"
+#include "app/qt/report_view.h"
+#include "app/qt/viewer_view.h"
 #include "app/qt/zlog_view.h"
 #include "app/shell.h"
 #include "app/zlog_window.h"
@@ -45,7 +47,8 @@ class QtShell : public Shell {
   // Shared with work that may outlive the shell.
   struct Alive;
 
-  void keep(QMainWindow* window);
+  QWidget& window_in_use();
+  void told_when_failing(const std::function<void()>& action);
   void want_to_quit();
 
   std::unique_ptr<MainView> view_;
@@ -53,7 +56,9 @@ class QtShell : public Shell {
   std::unique_ptr<ZlogWindow> zlog_;
   std::unique_ptr<ZlogView> zlog_view_;
   std::vector<QPointer<FileEditorView>> editors_;
-  std::vector<QPointer<QMainWindow>> windows_;  // viewers and reports; each may be closed before
+  // Each may be closed before the shell.
+  std::vector<QPointer<ViewerView>> viewers_;
+  QPointer<ReportView> report_;
   std::shared_ptr<Alive> alive_;
   QElapsedTimer since_events_;
   bool stop_ = false;  // the user wants the run to stop

@@ -6,9 +6,10 @@
 #include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
+#include <system_error>
 
 #include "app/controls.h"
-#include "editors/qt/find_bar.h"
+#include "editors/qt/plain_text.h"
 #include "editors/qt/window_size.h"
 #include "text/error.h"
 
@@ -41,6 +42,14 @@ class LineDelegate : public QStyledItemDelegate {
   const int& number_width_;
 };
 
+// Size and time; another one: the file has been written meanwhile.
+std::pair<std::uintmax_t, std::filesystem::file_time_type> version_of(
+    const std::filesystem::path& file) {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(file, error);
+  return {size, std::filesystem::last_write_time(file, error)};
+}
+
 }  // namespace
 
 void LineModel::set_lines(std::unique_ptr<LineIndex> lines) {
@@ -61,9 +70,9 @@ QVariant LineModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::SizeHintRole) return line_size_;
   if (role != Qt::DisplayRole) return {};
   try {
-    return QString::fromStdString(lines_->line(static_cast<std::size_t>(index.row())));
+    return shown_line(lines_->line(static_cast<std::size_t>(index.row())));
   } catch (const Error& error) {
-    return QString::fromUtf8(error.what());
+    return shown_line(error.what());
   }
 }
 
@@ -116,9 +125,10 @@ void LineList::resizeEvent(QResizeEvent* event) {
   scroll_range_.update_extent();
 }
 
-ViewerView::ViewerView(const std::filesystem::path& file) : list_(new LineList(this)) {
+ViewerView::ViewerView(const std::filesystem::path& file)
+    : file_(file), version_(version_of(file)), list_(new LineList(this)) {
   setObjectName("frmDisp2");
-  setWindowTitle(QString::fromStdString(path_text(file)) + " - 表示");
+  setWindowTitle(shown_line(path_text(file)) + " - 表示");
   list_->load(file);
   auto* const find_bar = new FindBar(
       [this](const QString& text, bool backwards) { return find(text, backwards); }, this);
@@ -149,22 +159,32 @@ void ViewerView::go_to_line(std::size_t line) {
   list_->scrollTo(index, QAbstractItemView::PositionAtCenter);
 }
 
-bool ViewerView::find(const QString& text, bool backwards) {
+void ViewerView::reload() {
+  const auto version = version_of(file_);
+  if (version == version_) return;
+  const int row = list_->currentIndex().row();
+  list_->load(file_);
+  version_ = version;
+  list_->setCurrentIndex(list_->model()->index(row, 0));
+}
+
+Found ViewerView::find(const QString& text, bool backwards) {
   const LineIndex& lines = *list_->lines().lines();
-  const auto from = static_cast<std::size_t>(list_->currentIndex().row() + 1);
+  const auto here = static_cast<std::size_t>(list_->currentIndex().row() + 1);  // from 1
   const std::string wanted = text.toStdString();
-  std::size_t found = lines.size();
-  if (!backwards) {
-    found = lines.find(wanted, from);
-  } else {
-    // The last one in front of the current line.
-    for (std::size_t at = lines.find(wanted, 0); at + 1 < from; at = lines.find(wanted, at + 1)) {
-      found = at;
-    }
+  const auto look = [&](std::size_t from, std::size_t before) {
+    return backwards ? lines.find_last(wanted, before) : lines.find(wanted, from);
+  };
+  try {
+    std::size_t found = look(here, here == 0 ? 0 : here - 1);
+    const bool wraps = found >= lines.size();
+    if (wraps) found = look(0, lines.size());
+    if (found >= lines.size()) return Found::kNowhere;
+    go_to_line(found + 1);
+    return wraps ? Found::kAfterWrap : Found::kAhead;
+  } catch (const Error&) {
+    return Found::kNowhere;  // the file is gone
   }
-  if (found >= lines.size()) return false;
-  go_to_line(found + 1);
-  return true;
 }
 
 }  // namespace tobarine

@@ -6,8 +6,10 @@
 #include <QMainWindow>
 #include <filesystem>
 #include <memory>
+#include <utility>
 
 #include "app/list_box.h"
+#include "editors/qt/find_bar.h"
 #include "text/line_index.h"
 
 namespace tobarine {
@@ -60,11 +62,15 @@ class ViewerView : public QMainWindow {
   // Throws FileError, RecordError; then there is no window.
   explicit ViewerView(const std::filesystem::path& file);
 
-  void go_to_line(std::size_t line);  // from 1
+  const std::filesystem::path& file() const { return file_; }
+  void go_to_line(std::size_t line);  // from 1; 0: stays
+  void reload();                      // when the file has changed; throws FileError, RecordError
 
  private:
-  bool find(const QString& text, bool backwards);
+  Found find(const QString& text, bool backwards);
 
+  std::filesystem::path file_;
+  std::pair<std::uintmax_t, std::filesystem::file_time_type> version_;  // of what is shown
   LineList* list_;
 };
 

@@ -41,7 +41,10 @@ QGroupBox* framed(const QString& title, QLayout* layout) {
 }  // namespace
 
 ZlogView::ZlogView(ZlogWindow& commands)
-    : commands_(commands), progress_(new QProgressBar(this)), notes_(new QPlainTextEdit(this)) {
+    : commands_(commands),
+      progress_(new QProgressBar(this)),
+      stop_(new QPushButton("中止 (Esc)", this)),
+      notes_(new QPlainTextEdit(this)) {
   setObjectName("frmADIF2zLog");
   setWindowTitle("ADIF to zLog ALL");
   setAcceptDrops(true);
@@ -59,6 +62,7 @@ template <typename Widget>
 Widget* ZlogView::add(const QString& name) {
   auto* const widget = new Widget(this);
   widget->setObjectName(name);
+  widget->setAcceptDrops(false);  // a file that is dropped anywhere is opened by the window
   return widget;
 }
 
@@ -126,34 +130,46 @@ void ZlogView::build() {
   };
   add_file(0, "入力:", "lblInFile", "lblIn");
   add_file(1, "出力:", "lblOutFile", "lblInfo");
-  files->addWidget(add<QPushButton>("cmdOutput"), 1, 2);
+  auto* const choose = add<QPushButton>("cmdOutput");
+  choose->setAutoDefault(true);
+  files->addWidget(choose, 1, 2);
   files->setColumnStretch(1, 1);
   progress_->setObjectName("ProgressBar1");
   progress_->setRange(0, 1000);
-  progress_->setTextVisible(false);
-  progress_->setFixedHeight(10);
-  files->addWidget(progress_, 2, 0, 1, 4);
-  auto* const buttons = new QHBoxLayout;
+  progress_->setAlignment(Qt::AlignCenter);
+  files->addWidget(progress_, 2, 0, 1, 3);
+  stop_->setObjectName("cmdStop");
+  stop_->setFocusPolicy(Qt::NoFocus);
+  connect(stop_, &QPushButton::clicked, this, [this] { wants_to_stop(); });
+  files->addWidget(stop_, 2, 3);
+  auto* const choices = new QWidget;
+  auto* const buttons = new QHBoxLayout(choices);
+  buttons->setContentsMargins(0, 0, 0, 0);
   for (const char* name : {"cmdOpen", "cmdConvert"}) {
     auto* const button = add<QPushButton>(name);
     button->setMinimumHeight(36);
+    button->setAutoDefault(true);  // Enter presses it
     buttons->addWidget(button);
   }
   auto* const message = add<QLabel>("lblMsg");
   message->setMinimumWidth(message->fontMetrics().horizontalAdvance("途中で止まりました"));
-  buttons->addWidget(message);
+  auto* const actions = new QHBoxLayout;
+  actions->addWidget(choices, 1);
+  actions->addWidget(message);
   notes_->setObjectName("lblNotes");
   notes_->setAccessibleName("変換の報告");
   notes_->setReadOnly(true);
+  notes_->setAcceptDrops(false);
   notes_->setPlaceholderText("変換の報告がここに出ます。");
   auto* const all = new QVBoxLayout;
   all->addLayout(files);
-  all->addLayout(buttons);
+  all->addLayout(actions);
   auto* const scroll = new QScrollArea;  // for small screens
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setFocusPolicy(Qt::NoFocus);
   scroll->setWidget(build_options());
+  idle_ << choices << scroll << menuBar();
   all->addWidget(scroll, 4);
   notes_->setMinimumHeight(3 * notes_->fontMetrics().lineSpacing());
   all->addWidget(notes_, 1);
@@ -190,7 +206,14 @@ void ZlogView::mirror() {
                         [this](const std::string& name, const Control& control) {
                           mirror_control(*controls_[QString::fromStdString(name)], control);
                         });
-  notes_->setPlainText(shown_text(commands_.controls.lblNotes));
+  if (const QString notes = shown_text(commands_.controls.lblNotes);
+      notes_->toPlainText() != notes) {
+    notes_->setPlainText(notes);
+  }
+  stop_->setVisible(commands_.running());
+  progress_->setTextVisible(commands_.running());
+  for (QWidget* const widget : idle_) widget->setEnabled(!commands_.running());
+  if (commands_.running()) qobject_cast<QWidget*>(controls_["cmdOutput"])->setEnabled(false);
   mirror_progress();
 }
 

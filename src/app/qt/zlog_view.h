@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QPushButton>
 #include <functional>
 #include <map>
 
@@ -36,6 +37,8 @@ class ZlogView : public QMainWindow {
   ZlogWindow& commands_;
   std::map<QString, QObject*> controls_;
   QProgressBar* progress_;
+  QPushButton* stop_;
+  QList<QWidget*> idle_;  // what can be used only while nothing runs
   QPlainTextEdit* notes_;
 };
 

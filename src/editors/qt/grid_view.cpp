@@ -56,6 +56,7 @@ GridView::GridView(GridEditor& editor, const QString& box_name, const QList<int>
   box_->setObjectName(box_name);
   box_->setAccessibleName("セルの編集");
   box_->setFrame(false);
+  box_->setAcceptDrops(false);  // a file that is dropped is opened by the window
   box_->setStyleSheet("background: yellow; color: black");
   box_->installEventFilter(this);
   box_->hide();

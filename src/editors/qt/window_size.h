@@ -1,4 +1,4 @@
-// A window's first size, on screens of any size.
+// Where a window stands first, on screens of any size.
 #pragma once
 
 #include <QScreen>
@@ -10,5 +10,12 @@ inline void resize_within_screen(QWidget& window, const QSize& wanted) {
   const QSize frame(16, 48);  // what the window manager and the task bar take
   window.resize(wanted.boundedTo(window.screen()->availableSize() - frame));
 }
+
+// The place for a window of at most the wanted size on the side of another where there is most
+// room, so that neither hides the other. Nothing (a null rectangle) where no side has enough.
+QRect place_beside(const QRect& screen, const QRect& other, const QSize& wanted);
+
+// Puts a window that is not shown yet beside another, when there is room.
+void stand_beside(QWidget& window, const QWidget& other);
 
 }  // namespace tobarine
