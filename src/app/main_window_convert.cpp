@@ -151,7 +151,9 @@ void MainWindow::run_to_adif(bool eqsl) {
     TemporaryFile intermediate({folder_}, "zlog_1");
     job.intermediate = intermediate.path();
     ConversionReport report = run(job, tables_, call_tables(), context);
-    intermediate.replace(file_in(folder_, "zlog_1.csv"));
+    const fs::path shown = file_in(folder_, "zlog_1.csv");
+    intermediate.take_mode_of(shown);
+    intermediate.replace(shown);
     return report;
   });
 }

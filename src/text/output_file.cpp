@@ -120,8 +120,16 @@ void overwrite_start_of_file(const std::filesystem::path& path, std::string_view
 
 void replace_file(const fs::path& path, std::string_view bytes, const KeepRule& rule) {
   const fs::path real = real_file(path);
+  std::error_code error;
+  if (const auto there = fs::status(path, error); fs::exists(there) && fs::is_other(there)) {
+    OutputFile device(path);
+    device.buffer().assign(bytes);
+    device.close();
+    return;
+  }
   TemporaryFile beside({real.parent_path()}, path_text(real.filename()));
   OutputFile file(beside.path());
+  beside.take_mode_of(real);
   file.buffer().assign(bytes);
   file.flush();
   file.reach_disk();
@@ -132,9 +140,8 @@ void replace_file(const fs::path& path, std::string_view bytes, const KeepRule& 
   }
   const fs::path backup = move_aside(real, rule);
   try {
-    beside.replace(real, backup);
+    beside.replace(real);
   } catch (const FileError&) {
-    std::error_code error;
     fs::rename(backup, real, error);
     throw;
   }

@@ -59,7 +59,8 @@ void overwrite_start_of_file(const std::filesystem::path& path, std::string_view
 
 // Replaces (or creates) the file with these bytes: written beside it under a name of its own, then
 // renamed, so that the file is whole or as it was whatever happens. It keeps its mode; a symbolic
-// link stays one. What may not go is renamed first. Throws FileError.
+// link stays one. What may not go is renamed first. A device or a pipe is written to. Throws
+// FileError.
 void replace_file(const std::filesystem::path& path, std::string_view bytes,
                   const KeepRule& rule = {});
 

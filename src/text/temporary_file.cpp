@@ -27,12 +27,16 @@ TemporaryFile::TemporaryFile(const std::vector<std::filesystem::path>& folders,
   throw FileError(path_, "一時ファイルを作れません: " + system_reason(error));
 }
 
-void TemporaryFile::replace(const std::filesystem::path& file, const std::filesystem::path& like) {
+void TemporaryFile::take_mode_of(const std::filesystem::path& file) {
   std::error_code error;
-  const std::filesystem::file_status before = std::filesystem::status(like, error);
-  if (std::filesystem::exists(before)) {
-    std::filesystem::permissions(path_, before.permissions(), error);
+  const std::filesystem::file_status other = std::filesystem::status(file, error);
+  if (std::filesystem::exists(other)) {
+    std::filesystem::permissions(path_, other.permissions(), error);
   }
+}
+
+void TemporaryFile::replace(const std::filesystem::path& file) {
+  std::error_code error;
   std::filesystem::rename(path_, real_file(file), error);
   if (error) throw FileError(file, "置き換えられません: " + system_reason(error.value()));
 }

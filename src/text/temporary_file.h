@@ -18,11 +18,12 @@ class TemporaryFile {
 
   const std::filesystem::path& path() const { return path_; }
 
-  // Takes the place of `file`, which others see as it was or as it is now, never half, and the mode
-  // of `like`, when that is there. A symbolic link stays one. Throws FileError; the file is as it
-  // was then.
-  void replace(const std::filesystem::path& file, const std::filesystem::path& like);
-  void replace(const std::filesystem::path& file) { replace(file, file); }
+  // Gives it the mode of that file, when that is there.
+  void take_mode_of(const std::filesystem::path& file);
+
+  // Takes the place of `file`, which others see as it was or as it is now, never half; a symbolic
+  // link stays one. Throws FileError; the file is as it was then.
+  void replace(const std::filesystem::path& file);
 
  private:
   std::filesystem::path path_;

@@ -1,12 +1,16 @@
 #include "text/output_file.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 #include "test_folder.h"
 #include "text/error.h"
 #include "text/file_identity.h"
 #ifndef _WIN32
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 namespace tobarine {
@@ -137,6 +141,14 @@ TEST(ReplacedFiles, KeepTheirModeAndTheirLinks) {
   replace_file(folder / "dangling", "x");
   EXPECT_EQ(TestFolder::bytes_of(folder / "none"), "x");
   EXPECT_TRUE(fs::is_symlink(folder / "link") && fs::is_symlink(folder / "dangling"));
+  const fs::path pipe = folder / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const int reader = open(pipe.c_str(), O_RDWR | O_NONBLOCK);
+  replace_file(pipe, "through it");
+  std::array<char, 20> read_back{};
+  EXPECT_EQ(read(reader, read_back.data(), read_back.size()), 10);
+  close(reader);
+  EXPECT_TRUE(fs::is_fifo(pipe));
 }
 
 TEST(SameFile, IsToldByWhatIsOnTheDisk) {
