@@ -23,6 +23,7 @@ cp "$here/samples/hamlog.csv" "$root/home/me/"
 cp "$deb" "$root/tmp/"
 (cd "$root" && find etc opt usr var/lib -xdev ! -path 'var/lib/dpkg/*' ! -path 'var/lib/apt/*' | sort) \
   >"$root/tmp/before"
+check "its folders and files can be read by all" sh -c "! dpkg-deb -c '$deb' | grep -q '^.......--'"
 check "installs" inside sh -c 'apt-get install -y -qq --no-install-recommends /tmp/*.deb >/dev/null 2>&1'
 check "converts" inside sh -c 'cd /home/me && tobarine-cli h2l hamlog.csv >/dev/null 2>&1'
 check "gives the bytes it should" cmp -s "$root/home/me/hamlog.adi" "$here/tests/data/sample_defaults.adi"

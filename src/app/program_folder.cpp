@@ -167,6 +167,23 @@ fs::path make_user_copy(const ProgramFolder& folder) {
   return folder.user_copy;
 }
 
+std::optional<fs::path> usable_folder(const ProgramFolder& folder,
+                                      const std::function<bool(const std::string&)>& ask) {
+  if (is_only_read(folder)) return make_user_copy(folder);
+  if (can_write_into(folder.path)) return folder.path;
+  if (folder.user_copy.empty() || folder.path == folder.user_copy) {
+    throw FileError(folder.path,
+                    "プログラムフォルダーに書き込めません。設定や変換テーブルを書くので、"
+                    "Tobarine をフォルダーごと、ドキュメントなど書き込める所に移して下さい");
+  }
+  const bool yes = ask("Tobarine のフォルダーに書き込めません。\r\n" + path_text(folder.path) +
+                       "\r\n\r\n設定と変換テーブルを、書き込める次の所に置いて続けますか？\r\n" +
+                       path_text(folder.user_copy) +
+                       "\r\n\r\n(Tobarine をフォルダーごとドキュメントなどに移しても使えます)");
+  if (!yes) return std::nullopt;
+  return make_user_copy(folder);
+}
+
 std::string refresh_user_copy(const ProgramFolder& folder, bool told) {
   if (folder.path != folder.user_copy || folder.delivered.empty()) return {};
   remove_unfinished_copies(folder.user_copy.parent_path());

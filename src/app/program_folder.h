@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,6 +52,11 @@ bool is_only_read(const ProgramFolder& folder);
 // now if it is not there. It is complete or not there, whatever happens. Throws FileError.
 std::filesystem::path writable_folder(const ProgramFolder& folder);
 std::filesystem::path make_user_copy(const ProgramFolder& folder);
+
+// The same for the window, which writes settings and tables in any case: a copy of a folder that
+// cannot be written is made only when the answer to the question is yes; nothing: it is no.
+std::optional<std::filesystem::path> usable_folder(
+    const ProgramFolder& folder, const std::function<bool(const std::string& question)>& ask);
 
 // Brings what was delivered since into the user's copy, when that is what is read. See
 // delivered_files.h for `told`. Returns what the user should know, lines ended by LF.

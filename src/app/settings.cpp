@@ -71,6 +71,9 @@ void set_setting(Settings& settings, std::string_view name, std::string_view val
     throw UsageError("設定 " + std::string(name) + " の値が使えません: " + std::string(value) +
                      " (使える値: " + allowed_values(*option) + ")");
   }
+  if (std::ranges::any_of(value, [](char c) { return static_cast<unsigned char>(c) < ' '; })) {
+    throw UsageError("設定 " + std::string(name) + " の値に改行やタブなどは使えません");
+  }
   set_option(settings, *option, left_chars(value, longest_value(*option)));
 }
 

@@ -122,7 +122,21 @@ TEST_F(DeliveryTest, AFolderThatCannotBeWrittenGivesWayToTheUsersCopy) {
   root_.file("bin/Tobarine.exe", "program");
   root_.file("bin/Tobarine.ini", "preset");
   EXPECT_EQ(writable_folder(locate()), root_ / "bin");
-  make_user_copy(locate());  // what the window offers
+  // As where the folder cannot be written, which root can everywhere.
+  const ProgramFolder locked{root_ / "gone", {}, user()};
+  std::string asked;
+  for (const bool answer : {false, true}) {
+    const auto usable = usable_folder(locked, [&](const std::string& question) {
+      asked = question;
+      return answer;
+    });
+    EXPECT_EQ(usable.has_value(), answer);
+    EXPECT_TRUE(contains(asked, path_text(user())));
+  }
+  EXPECT_THROW(usable_folder({root_ / "gone", {}, {}}, nullptr), FileError);
+  fs::remove_all(user());
+  EXPECT_EQ(usable_folder(locate(), nullptr), root_ / "bin");
+  make_user_copy(locate());
   EXPECT_EQ(locate().path, root_ / "bin");
   EXPECT_EQ(users("Tobarine.ini"), "preset");
   EXPECT_FALSE(fs::exists(user() / "Tobarine.exe"));

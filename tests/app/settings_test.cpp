@@ -126,6 +126,7 @@ TEST(Settings, ValuesGivenByHandAreChecked) {
   EXPECT_TRUE(contains(refusal("utc_jst_str", "JST"), "ALL_J (全てJST)"));
   EXPECT_TRUE(contains(refusal("COMMENT_rmks", "3"), "1 (Rmks 1)、2 (Rmks 2)"));
   EXPECT_TRUE(contains(refusal("Chk_99", "1"), "設定の名前が違います: Chk_99"));
+  EXPECT_TRUE(contains(refusal("was_moji", "A\nB"), "改行"));
   EXPECT_EQ(s.use_rmks1, before.use_rmks1);
 }
 

@@ -3,10 +3,8 @@
 #include <QFont>
 #include <QIcon>
 #include <QLibraryInfo>
-#include <QPushButton>
 #include <QTranslator>
 #include <ctime>
-#include <optional>
 
 #include "app/main_window.h"
 #include "app/program_folder.h"
@@ -38,37 +36,15 @@ ProgramFolder program_folder() {
   }
 }
 
-// Settings, tables and the intermediate file go into the program folder. Where it cannot be
-// written, the user may have a copy of his own; nothing: he would rather end.
-std::optional<std::filesystem::path> folder_to_use(const ProgramFolder& folder) {
-  if (is_only_read(folder)) return make_user_copy(folder);
-  if (can_write_into(folder.path)) return folder.path;
-  if (folder.user_copy.empty() || folder.path == folder.user_copy) {
-    throw FileError(folder.path,
-                    "プログラムフォルダーに書き込めません。設定や変換テーブルを書くので、"
-                    "Tobarine をフォルダーごと、ドキュメントなど書き込める所に移して下さい");
-  }
-  const auto box =
-      message_box(nullptr, QMessageBox::Question, "Tobarine",
-                  "Tobarine のフォルダーに書き込めません。\n" + path_text(folder.path) +
-                      "\n\n設定と変換テーブルを、書き込める次の所に置いて続けますか？\n" +
-                      path_text(folder.user_copy) +
-                      "\n\n(Tobarine をフォルダーごとドキュメントなどに移しても使えます)",
-                  QMessageBox::NoButton);
-  const QAbstractButton* const go_on = box->addButton("続ける", QMessageBox::AcceptRole);
-  box->addButton("終了", QMessageBox::RejectRole);
-  box->exec();
-  if (box->clickedButton() != go_on) return std::nullopt;
-  return make_user_copy(folder);
-}
-
 int run() {
   const ProgramFolder found = program_folder();
   const std::string news = refresh_user_copy(found, true);
-  const auto usable = folder_to_use(found);
+  QtShell shell;
+  const auto usable = usable_folder(found, [&shell](const std::string& question) {
+    return shell.ask({"Tobarine", question, {"続ける"}}).has_value();
+  });
   if (!usable) return 1;
   const std::filesystem::path& folder = *usable;
-  QtShell shell;
   StartUp start = start_up({folder, qEnvironmentVariable("WINDIR").toStdString(), shell.now()});
   if (start.stop) {
     message_box(nullptr, QMessageBox::Critical, start.stop->title, start.stop->text)->exec();

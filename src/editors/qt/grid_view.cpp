@@ -78,17 +78,18 @@ void GridView::widen_columns() {
   }
 }
 
-// What cannot be edited is grey.
+// Numbers stand on grey; a row that is not saved is grey altogether.
 void GridView::show_cell(int row, int column) {
   const auto [editor_row, editor_column] =
       std::pair(static_cast<std::size_t>(row) + 1, static_cast<std::size_t>(column));
   const bool usable = editor_.usable(editor_row, editor_column);
+  const bool saved = editor_.usable(editor_row, 1);
   QTableWidgetItem& cell = *item(row, column);
   cell.setText(QString::fromStdString(editor_.cell(editor_row, editor_column)));
-  const QPalette::ColorGroup group = usable ? QPalette::Active : QPalette::Disabled;
+  const QPalette::ColorGroup group = saved ? QPalette::Active : QPalette::Disabled;
   cell.setForeground(palette().brush(group, QPalette::Text));
   cell.setBackground(palette().brush(usable ? QPalette::Base : QPalette::Window));
-  if (!usable && column > 0) cell.setToolTip("この行は保存されません");
+  if (!saved) cell.setToolTip("この行は保存されません");
 }
 
 void GridView::mirror() {
