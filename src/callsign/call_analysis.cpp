@@ -15,7 +15,6 @@ constexpr std::uint16_t kGuantanamo = 105;
 constexpr std::uint16_t kJapan = 339;
 constexpr std::uint16_t kMinamiTorishima = 177;
 constexpr std::uint16_t kOgasawara = 192;
-
 constexpr std::uint16_t kChina = 318;
 constexpr std::uint16_t kEuropeanRussia = 54;
 constexpr std::uint16_t kAsiaticRussia = 15;
@@ -135,16 +134,13 @@ class CallAnalysis::Lookup {
             {entity->continent.at(0), entity->continent.at(1)}};
   }
 
-  PlaceData of_area(char letter, char area) const {
+  PlaceData of_area(char letter, char area, const PlaceData& unlisted) const {
     const std::array<char, 2> prefix{letter, area};
     const auto match = a_.prefixes_.longest_prefix({prefix.data(), prefix.size()});
-    return match ? *match->place : PlaceData();
+    return match ? *match->place : unlisted;
   }
 
-  PlaceData united_states(char area) const {
-    const PlaceData place = of_area('W', area);
-    return place.dxcc != 0 ? place : of(kUnitedStates);
-  }
+  PlaceData united_states(char area) const { return of_area('W', area, of(kUnitedStates)); }
 
   // Takes endings off from the right until one names a place or only the home call is left.
   PlaceData portable(std::string_view call) const {
@@ -217,13 +213,16 @@ class CallAnalysis::Lookup {
     // In front only a place can stand; behind, also an ending nobody has listed. Of two parts as
     // long as each other the one that is listed as it stands is the place.
     bool left_is_place = left.size() < right.size();
-    if (left.size() == right.size())
+    if (left.size() == right.size()) {
       left_is_place = exact(left).dxcc != 0 || exact(right).dxcc == 0;
+    }
     if (left_is_prefix != right_is_prefix) left_is_place = left_is_prefix;
     const std::string_view place_part = left_is_place ? left : right;
     const std::string_view home = left_is_place ? right : left;
     if (left_is_place || names_a_place(place_part)) {
-      const PlaceData place = area == 0 ? exact_or_prefix(place_part) : in_area(place_part, area);
+      // A digit at the end completes a bare prefix: EA/DL1ABC/6.
+      const bool completed = area != 0 && area_digit(place_part) == kNone;
+      const PlaceData place = completed ? in_area(place_part, area) : exact_or_prefix(place_part);
       if (place.dxcc != 0) return place;
     }
     const PlaceData place = exact_or_prefix(home);
@@ -246,7 +245,7 @@ class CallAnalysis::Lookup {
   // The call or prefix with that digit in place of its own; as it stands where there is no such.
   PlaceData in_area(std::string_view part, char area) const {
     const PlaceData place = exact_or_prefix(part);
-    if (is_russian(place.dxcc)) return area == '2' ? of(kKaliningrad) : of_area('R', area);
+    if (is_russian(place.dxcc)) return area == '2' ? of(kKaliningrad) : of_area('R', area, place);
     const std::size_t at = area_digit(part);
     // A letter and a digit that only together are a prefix (C6, A7, J7) have no call areas.
     const bool letter_and_digit =

@@ -10,7 +10,7 @@ namespace tobarine {
 struct HttpLimits {
   long seconds = 60;  // for the whole answer; 1 .. kLongestWait
   long connect_seconds = 15;
-  std::size_t longest = 4'000'000;  // bytes; a longer answer is refused
+  std::size_t longest = 1'000'000;  // bytes; a longer answer is refused
 };
 inline constexpr long kLongestWait = 3600;
 

@@ -42,7 +42,7 @@ inline constexpr std::array<std::string_view, 3> kListFiles = {"jcc-list.txt", "
 
 // Far more than Japan has ever had: a list with more is something else.
 inline constexpr std::size_t kMostPlaces = 20'000;
-inline constexpr std::size_t kLargestList = 4'000'000;  // bytes
+inline constexpr std::size_t kLargestList = 1'000'000;  // bytes
 
 // The same from the lists' bytes, in that order.
 JccBuild build_jcc(const std::array<std::string, 3>& lists);

@@ -65,13 +65,13 @@ TEST(CallAnalysis, EndingsThatDoNotMoveACall) {
 
 TEST(CallAnalysis, ADigitReplacesTheCallArea) {
   expect_prefixes(
-      {{"JA1ABC/6", "JA"},    {"KL7AA/4", "W"},   {"KH6XX/4", "W"},    {"KH6XX/6", "W"},
-       {"KL7AA/7", "W"},      {"KL7CN/7", "W"},   {"NH6J/1", "W"},     {"AL7BA/4", "W"},
-       {"AL7BA/P/4", "W"},    {"KP4AA/2", "W"},   {"JD1YBK/3", "JA"},  {"JD1BMH/1", "JA"},
-       {"JD1BMH/P", "JD1/O"}, {"UA9AA/3", "UA"},  {"UA9FAA/9", "UA"},  {"UA9QCP/P/3", "UA"},
-       {"UA3AA/9", "UA0"},    {"UA3AA/2", "UA2"}, {"R15CWC/9", "UA0"}, {"9M2/G3TMA/6", "9M6"},
-       {"EA1ABC/8", "EA8"},   {"EA8ABC/1", "EA"}, {"OH0AB/2", "OH"},   {"C6AXX/4", "C6"},
-       {"W6RJ/4", "W"},       {"VK9XX/6", "VK"}});
+      {{"JA1ABC/6", "JA"},     {"KL7AA/4", "W"},        {"KH6XX/4", "W"},    {"KH6XX/6", "W"},
+       {"KL7AA/7", "W"},       {"KL7CN/7", "W"},        {"NH6J/1", "W"},     {"AL7BA/4", "W"},
+       {"AL7BA/P/4", "W"},     {"KP4AA/2", "W"},        {"JD1YBK/3", "JA"},  {"JD1BMH/1", "JA"},
+       {"JD1BMH/P", "JD1/O"},  {"UA9AA/3", "UA"},       {"UA9FAA/9", "UA"},  {"UA9QCP/P/3", "UA"},
+       {"UA3AA/9", "UA0"},     {"UA3AA/2", "UA2"},      {"R15CWC/9", "UA0"}, {"EA/DL1ABC/6", "EA6"},
+       {"RA/DL1ABC/0", "UA0"}, {"KH2/JA1ABC/1", "KH2"}, {"EA1ABC/8", "EA8"}, {"EA8ABC/1", "EA"},
+       {"OH0AB/2", "OH"},      {"C6AXX/4", "C6"},       {"W6RJ/4", "W"},     {"VK9XX/6", "VK"}});
 }
 
 TEST(CallAnalysis, TheShorterKnownSideIsThePlace) {
@@ -179,6 +179,7 @@ TEST(CallAnalysis, DamagedTablesAreRefusedWithTheirLine) {
   const char* const entry = "JA                   339 25 45 AS\r\n";
   EXPECT_EQ(message(japan, entry), "-");
   EXPECT_TRUE(contains(message("39\r\n", entry), "dxcc_mas.txt: 1 行目"));
+  EXPECT_TRUE(contains(message("339 JA          25 45   JA           Japan\r\n", entry), "1 行目"));
   EXPECT_TRUE(contains(message((std::string(japan) + japan).c_str(), entry), "2 行目"));
   EXPECT_TRUE(contains(message(japan, (std::string(entry) + "JA 339\r\n").c_str()), "2 行目"));
   EXPECT_TRUE(contains(message(japan, (std::string(entry) + "A" + (entry + 1)).c_str()), "2 行目"));

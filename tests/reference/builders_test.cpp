@@ -190,6 +190,10 @@ TEST(JccBuilder, ListsBeyondAnyMeasureAreRefused) {
   wide = lists;
   for (std::size_t i = 0; i <= kMostPlaces; ++i) wide[0] += "0101 A \x88\xA0\r\n";
   EXPECT_THROW(build_jcc(wide), FileError);
+  wide = lists;
+  wide[0].append(kLargestList, '\t');
+  for (std::size_t i = 0; i < kLargestList / 2; ++i) wide[1] += "\x81\x40";
+  EXPECT_EQ(build_jcc(wide).problems.size(), 2U);
   const TestFolder folder;
   folder.text("jcc-list.txt", std::string(kLargestList + 1, ' '));
   EXPECT_THROW(build_jcc(folder.path()), FileError);

@@ -53,6 +53,10 @@ TEST(Strings, ReplacedTextIsNotLookedAtAgain) {
   text = "$D$DXX";
   replace_all(text, "$DX", "");
   EXPECT_EQ(text, "$DX");
+  text.assign(3'000'000, 'a');  // hours when the rest is shifted at each hit
+  replace_all(text, "a", "bc");
+  EXPECT_EQ(text.size(), 6'000'000U);
+  EXPECT_TRUE(text.ends_with("bcbc"));
 }
 
 TEST(Strings, PositionsCountCharacters) {
