@@ -22,9 +22,9 @@ std::string written(Reader& reader, const ZlogHead& head, bool csv, FindingLog& 
     while (reader.next(qso, findings)) writer.write(qso, ++number, findings);
     file.close();
   } else {
-    ZloxWriter writer(path, ZloxWriter::Form::kZlox, head);
+    ZloxWriter writer(path, ZloxWriter::Form::kZlox, head, findings);
     while (reader.next(qso, findings)) writer.write(qso, ++number, findings);
-    writer.close(findings);
+    writer.close();
   }
   return bytes_of(path);
 }

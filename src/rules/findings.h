@@ -56,6 +56,8 @@ enum class FindingKind {
   kZoneWritten,
   kUnreadRecord,
   kUnreadColumn,
+  kFieldNotHeld,
+  kLeftOutInvalid,
   kRemarksEmptied,
   kFileKept,
   kOutputName,

@@ -10,21 +10,10 @@
 #include "text/strings.h"
 #include "text/utf8.h"
 #include "zlog/zlo_record.h"
+#include "zlog/zlog_band.h"
 
 namespace tobarine {
 namespace {
-
-// zLog's text of an ADIF band; empty when it has none.
-std::string_view zlog_band(std::string_view adif_band) {
-  // In the order of zlo::kBands.
-  constexpr std::string_view kAdifBands[] = {"160M", "80M",  "40M", "30M", "20M", "17M",
-                                             "15M",  "12M",  "10M", "6M",  "2M",  "70CM",
-                                             "23CM", "13CM", "6CM", "3CM"};
-  static_assert(std::size(kAdifBands) == zlo::kBands.size());
-  const auto* const found = std::ranges::find(kAdifBands, std::string_view(upper(adif_band)));
-  if (found == std::end(kAdifBands)) return {};
-  return zlo::kBands[static_cast<std::size_t>(found - std::begin(kAdifBands))];
-}
 
 // The frequency in whole kHz, if zLog's readers can take it: four or five digits.
 std::string khz_of(std::string_view mhz) {

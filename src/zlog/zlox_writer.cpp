@@ -20,12 +20,13 @@ void report(const zlox::Loss& loss, std::size_t number, std::string_view call,
 
 }  // namespace
 
-ZloxWriter::ZloxWriter(std::filesystem::path path, Form form, ZlogHead head, const KeepRule& rule)
+ZloxWriter::ZloxWriter(std::filesystem::path path, Form form, ZlogHead head, FindingLog& findings,
+                       const KeepRule& rule)
     : path_(std::move(path)),
       head_(std::move(head)),
       file_(path_, rule),
       record_size_(form == Form::kZlox ? zlox::kRecordSize : zlo::kRecordSize) {
-  zlox::encode_header(head_, 0, record());
+  report(zlox::encode_header(head_, 0, record()), 0, "", findings);
   file_.buffer().append(chars(record()));
   file_.end_record();
 }
@@ -65,10 +66,11 @@ bool ZloxWriter::write(const ZlogQso& qso, std::size_t number, FindingLog& findi
   return true;
 }
 
-void ZloxWriter::close(FindingLog& findings) {
+void ZloxWriter::close() {
   file_.close();
-  report(zlox::encode_header(head_, contacts_, record()), 0, "", findings);
-  if (record_size_ == zlox::kRecordSize) overwrite_start_of_file(path_, chars(record()));
+  if (record_size_ < zlox::kRecordSize) return;
+  zlox::encode_header(head_, contacts_, record());
+  overwrite_start_of_file(path_, chars(record()));
 }
 
 }  // namespace tobarine

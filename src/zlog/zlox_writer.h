@@ -16,15 +16,16 @@ class ZloxWriter {
  public:
   enum class Form { kZlox, kZlo };
 
-  // Creates the file and writes its header. Throws FileError.
-  ZloxWriter(std::filesystem::path path, Form form, ZlogHead head, const KeepRule& rule = {});
+  // Creates the file and writes its header; what that cannot hold is reported. Throws FileError.
+  ZloxWriter(std::filesystem::path path, Form form, ZlogHead head, FindingLog& findings,
+             const KeepRule& rule = {});
 
   // False: the log cannot hold the contact (no day and time, no call, no band of its own), which is
   // reported, as is what it holds in part only. `number` is for the findings. Throws FileError.
   bool write(const ZlogQso& qso, std::size_t number, FindingLog& findings);
 
   // Closes the file and puts the number of contacts into the header. Throws FileError.
-  void close(FindingLog& findings);
+  void close();
 
   std::size_t contacts() const { return contacts_; }
 

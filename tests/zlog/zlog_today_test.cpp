@@ -44,10 +44,10 @@ class ZlogToday : public ::testing::Test {
  protected:
   std::string zlox_of(const std::vector<ZlogQso>& contacts, const ZlogHead& head,
                       ZloxWriter::Form form = ZloxWriter::Form::kZlox) {
-    ZloxWriter writer(folder_ / "out", form, head);
+    ZloxWriter writer(folder_ / "out", form, head, findings_);
     std::size_t number = 0;
     for (const ZlogQso& contact : contacts) writer.write(contact, ++number, findings_);
-    writer.close(findings_);
+    writer.close();
     return TestFolder::bytes_of(folder_ / "out");
   }
   std::string csv_of(const std::vector<ZlogQso>& contacts, Zone zone) {
