@@ -102,7 +102,9 @@ void ZlogWindow::open_file(const fs::path& file) {
     controls.lblInFile.text = path_text(input_);
     show_base(output_path(file, "").replace_extension());
     controls.lblIn.text = "入力数: " + std::to_string(info.contacts) + " 件";
-    controls.lblNotes.text = output_path_note(input_, output_path(file, "csv"));
+    output_note_ = output_path_note(input_, output_path(file, "all"));
+    if (!output_note_.empty()) output_note_ += "。「出力先…」で変えられます";
+    controls.lblNotes.text = output_note_;
     controls.mnuCSV.enabled = controls.mnuALL.enabled = false;
     controls.cmdConvert.enabled = controls.cmdOutput.enabled = true;
   } catch (const Error& error) {
@@ -127,6 +129,8 @@ bool ZlogWindow::choose_base() {
     return equal_ignoring_case(ending, one);
   });
   show_base(known ? fs::path(*file).replace_extension() : *file);
+  output_note_.clear();
+  controls.lblNotes.text.clear();
   return true;
 }
 
@@ -149,6 +153,7 @@ void ZlogWindow::convert() {
   try {
     report_ = run_adif_to_zlog(job, main_.conversion_tables(), main_.call_tables(),
                                main_.place_tables(), state_, main_.context_for(controls.progress));
+    if (!output_note_.empty()) report_.findings.add(FindingKind::kOutputName, 0, "", output_note_);
     controls.lblInfo.text = "変換数: " + std::to_string(report_.written) + " 件";
     const bool failed = report_.stopped_by && !main_.stopped_by_user();
     controls.lblMsg.text = failed               ? "途中で止まりました"

@@ -93,6 +93,7 @@ class ZlogWindow {
   Shell& shell_;
   std::filesystem::path input_;
   std::filesystem::path base_;  // of the outputs' names
+  std::string output_note_;     // on them, while they are the input's
   AdifToZlogState state_;       // what one run leaves to the next
   ConversionReport report_;     // of the last run
 };

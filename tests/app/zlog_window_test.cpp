@@ -123,6 +123,11 @@ TEST_F(ZlogWindowTest, FilesOfTheUsersAreReplacedOnlyWhenHeSaysSo) {
   window_.convert();
   EXPECT_EQ(TestFolder::bytes_of(folder_ / "n1mm.all.20260101-000000.bak"), "the user's");
   EXPECT_TRUE(contains(window_.controls.lblNotes.text, "n1mm.all -> "));
+  fs::copy(folder_ / "n1mm.adi", folder_ / "2024.05.adi");
+  window_.open_file(folder_ / "2024.05.adi");
+  EXPECT_TRUE(contains(window_.controls.lblNotes.text, "2024.all"));
+  window_.convert();
+  EXPECT_TRUE(contains(window_.controls.lblNotes.text, "「出力先…」"));
 }
 
 TEST_F(ZlogWindowTest, FailuresLeaveTheWindowUsable) {
