@@ -44,12 +44,12 @@ class TemporaryFolder {
  public:
   explicit TemporaryFolder(const fs::path& parent) {
     std::random_device random;
-    do {
+    for (;;) {
       path_ = parent / (kFolderName + ("-" + std::to_string(random())) + std::string(kUnfinished));
       std::error_code error;
       if (fs::create_directory(path_, error)) return;
       if (error) throw FileError(path_, "作れません: " + system_reason(error.value()));
-    } while (true);
+    }
   }
   ~TemporaryFolder() {
     std::error_code error;
@@ -96,9 +96,8 @@ FolderHints folder_hints(const fs::path& home, const fs::path& executable) {
   hints.user_data = environment("LOCALAPPDATA");
 #else
   hints.user_data = environment("XDG_DATA_HOME");
-  if (hints.user_data.empty() && !environment("HOME").empty()) {
-    hints.user_data = environment("HOME") / ".local" / "share";
-  }
+  if (!hints.user_data.is_absolute()) hints.user_data = environment("HOME") / ".local" / "share";
+  if (!hints.user_data.is_absolute()) hints.user_data.clear();
 #endif
   return hints;
 }

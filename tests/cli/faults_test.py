@@ -212,6 +212,11 @@ def first_start_ended(folder):
         check(f"first start, disk full: {text.decode()}", "書き込めません" in text.decode())
         check("first start, disk full: nothing is left", not os.listdir(folder / "user"))
         works("first start, disk full", env)
+    for env in ({"PATH": ""}, {"PATH": "", "XDG_DATA_HOME": "data"}):
+        done = subprocess.run([program, "build", "codes", log], env=env, cwd=folder, capture_output=True)
+        check(f"no home: {done.stderr.decode()}", done.returncode == 1 and "HOME" in done.stderr.decode())
+        check("no home: nothing where it was started",
+              not (folder / "tobarine").exists() and not (folder / "data").exists())
     # What an older version left when it was ended in the middle.
     env = fresh("user")
     (folder / "user" / "tobarine").mkdir(parents=True)
