@@ -55,7 +55,7 @@ void adif(std::string_view bytes) {
     scan_adif(file);
     for (const bool utf8 : {false, true}) {
       AdifRecordReader reader(file, utf8);
-      AdifParser parser(tables.bands, tables.modes, {true, utf8 ? 0 : 1, utf8});
+      AdifParser parser(tables.bands, tables.modes, {true, utf8 ? 0 : 1, utf8}, {utf8, utf8, utf8});
       FindingLog findings;
       QsoRecord record;
       std::string text;

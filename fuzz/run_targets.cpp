@@ -109,7 +109,8 @@ void run_l2h_target(std::string_view bytes) {
   const L2hJob job{scratch_file("log", bytes),
                    scratch_path("out.csv"),
                    l2h_options(settings, static_cast<int>(bytes.size() % 4)),
-                   {scratch_path("")}};
+                   {scratch_path("")},
+                   AdifReading::kClassic};
   L2hState state;
   try {
     const ConversionReport report =
@@ -130,7 +131,7 @@ void run_l2h_target(std::string_view bytes) {
 void run_adif_to_zlog_target(std::string_view bytes) {
   remove_outputs();
   const AdifToZlogJob job{scratch_file("log", bytes), scratch_path("out"),
-                          adif_to_zlog_options(some_settings(bytes))};
+                          adif_to_zlog_options(some_settings(bytes)), AdifReading::kClassic};
   AdifToZlogState state;
   try {
     const ConversionReport report =

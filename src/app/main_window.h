@@ -19,6 +19,7 @@
 #include "app/shell.h"
 #include "app/start_up.h"
 #include "app/table_file.h"
+#include "convert/adif_reading.h"
 #include "convert/reference_tables.h"
 #include "convert/report.h"
 #include "convert/run.h"
@@ -171,6 +172,7 @@ class MainWindow {
   std::unique_ptr<PlaceTables> place_tables_;
   std::optional<LogKind> kind_;  // of the input; nothing: none is chosen
   std::filesystem::path input_;
+  AdifReading adif_reading_ = AdifReading::kAsk;  // what the user has said for this input
   std::filesystem::path output_;
   std::string output_note_;                 // on its name, while it is the input's
   std::filesystem::path edit_file_;         // what the editor opens

@@ -162,7 +162,7 @@ void MainWindow::run_l2h_command() {
   if (!controls.cmdL2H.enabled || !settle_output()) return;
   convert([&](const RunContext& context) {
     const L2hJob job{input_, output_, l2h_options(settings_, settings_.time_conversion),
-                     temporary_folders(folder_)};
+                     temporary_folders(folder_), adif_reading_};
     return run_l2h(job, tables_, call_tables(), place_tables(), l2h_state_, context);
   });
 }

@@ -2,6 +2,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/adif_question.h"
 #include "app/main_window.h"
 #include "hamlog/adif_reader.h"
 #include "hamlog/hamlog_csv.h"
@@ -191,9 +192,12 @@ void MainWindow::open_hamlog_csv(const fs::path& file) {
 }
 
 void MainWindow::open_adif(const fs::path& file) {
-  set_files(file, LogKind::kAdif, "csv");
   const AdifFileInfo info = scan_adif(file);
   if (!info.is_adif) throw FileError(file, "ADIF ではないようです (CALL のタグがありません)");
+  const auto reading = ask_how_to_read(shell_, file, info.layout);
+  if (!reading) return;
+  set_files(file, LogKind::kAdif, "csv");
+  adif_reading_ = *reading;
   controls.lblConv.text =
       "Logger32の ADIF形式のファイルから\r\nHamlog にて読み込み可能なcsv形式に変換します。 ";
   show_input_count(info.contacts);

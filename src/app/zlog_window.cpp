@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "app/adif_question.h"
 #include "app/option_table.h"
 #include "app/output_choice.h"
 #include "hamlog/adif_reader.h"
@@ -97,6 +98,9 @@ void ZlogWindow::open_file(const fs::path& file) {
   try {
     const AdifFileInfo info = scan_adif(file);
     if (!info.is_adif) throw FileError(file, "ADIF ではないようです (CALL のタグがありません)");
+    const auto reading = ask_how_to_read(shell_, file, info.layout);
+    if (!reading) return;
+    adif_reading_ = *reading;
     input_ = file;
     controls.lblInFile = controls.lblOutFile = controls.lblMsg = {};
     controls.lblInFile.text = path_text(input_);
@@ -149,7 +153,7 @@ void ZlogWindow::convert() {
   controls.cmdConvert.enabled = controls.cmdOpen.enabled = controls.cmdOutput.enabled = false;
   controls.lblMsg = {};
   shell_.mirror();
-  const AdifToZlogJob job{input_, base_, adif_to_zlog_options(main_.settings())};
+  const AdifToZlogJob job{input_, base_, adif_to_zlog_options(main_.settings()), adif_reading_};
   try {
     report_ = run_adif_to_zlog(job, main_.conversion_tables(), main_.call_tables(),
                                main_.place_tables(), state_, main_.context_for(controls.progress));

@@ -92,10 +92,11 @@ class ZlogWindow {
   MainWindow& main_;
   Shell& shell_;
   std::filesystem::path input_;
-  std::filesystem::path base_;  // of the outputs' names
-  std::string output_note_;     // on them, while they are the input's
-  AdifToZlogState state_;       // what one run leaves to the next
-  ConversionReport report_;     // of the last run
+  AdifReading adif_reading_ = AdifReading::kAsk;  // what the user has said for this input
+  std::filesystem::path base_;                    // of the outputs' names
+  std::string output_note_;                       // on them, while they are the input's
+  AdifToZlogState state_;                         // what one run leaves to the next
+  ConversionReport report_;                       // of the last run
 };
 
 }  // namespace tobarine

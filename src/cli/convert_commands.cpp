@@ -156,6 +156,13 @@ int option1_of(const std::string& time) {
   return static_cast<int>(std::ranges::find(kTimes, time) - std::begin(kTimes));
 }
 
+AdifReading adif_reading(const CliOptions& options) {
+  for (const AdifReadingName& name : adif_readings()) {
+    if (name.word == options.reading) return name.reading;
+  }
+  return AdifReading::kAsk;
+}
+
 }  // namespace
 
 int convert_l2h(Session& session) {
@@ -164,7 +171,7 @@ int convert_l2h(Session& session) {
   const fs::path output =
       options.output.empty() ? output_path(options.input, "csv") : fs::path(options.output);
   const L2hJob job{options.input, output, l2h_options(session.settings(), option1_of(options.time)),
-                   temporary_folders(session.folder())};
+                   temporary_folders(session.folder()), adif_reading(options)};
   session.will_write({output});
   const FromAdifTables tables(session);
   L2hState fresh_start;
@@ -179,7 +186,8 @@ int convert_adif_to_zlog(Session& session) {
   const LogKind kind = input_kind(options, LogKindInfo::kL2h);
   const fs::path base = options.output.empty() ? output_path(options.input, "").replace_extension()
                                                : fs::path(options.output);
-  const AdifToZlogJob job{options.input, base, adif_to_zlog_options(session.settings())};
+  const AdifToZlogJob job{options.input, base, adif_to_zlog_options(session.settings()),
+                          adif_reading(options)};
   session.will_write(job.outputs());
   const FromAdifTables tables(session);
   AdifToZlogState fresh_start;
@@ -194,7 +202,7 @@ int show_info(Session& session) {
   const fs::path input = session.options().input;
   const auto kind = recognise(input);
   if (!kind) throw FileError(input, "ファイルの種類が分かりません");
-  LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}, {}, {}};
+  LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}, {}, {}, {}};
   if (*kind == LogKind::kHamlogCsv) {
     info.layout = layout_name(look_at_hamlog_csv(input).layout);
     info.contacts = count_hamlog_lines(input);
@@ -203,6 +211,7 @@ int show_info(Session& session) {
     const AdifFileInfo adif = scan_adif(input);
     info.layout = adif.utf8 ? "UTF-8" : "Shift-JIS";
     info.contacts = adif.contacts;
+    info.note = classic_harm(adif.layout);
   }
   if (*kind == LogKind::kHamlogHdb) {
     const auto library = bind_hamlog_library(

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "cli/man_page.h"
+#include "convert/adif_reading.h"
 #include "reference/http.h"
 #include "rules/version.h"
 #include "text/error.h"
@@ -53,6 +54,7 @@ class Parser {
                     "時刻の変換: none 変換なし、jst 全てJST、utc 全てUTC、"
                     "ja JA局はJST")
         ->check(CLI::IsMember({"none", "jst", "utc", "ja"}));
+    add_reading(l2h);
     examples(l2h, {"l2h logger32.adi -o hamlog.csv", "l2h n1mm.adi --time jst"});
     CLI::App* zlog =
         add(&app_, "adif2zlog", "N1MM などの ADIF を zLog の .all、.zlo と CSV に変換する",
@@ -60,6 +62,7 @@ class Parser {
     add_path(zlog, "INPUT", o_.input, "入力ファイル")->required();
     add_path(zlog, "-o,--output", o_.output,
              "出力 BASE.all、BASE.zlo、BASE.csv の BASE (無ければ入力と同じ所)");
+    add_reading(zlog);
     examples(zlog, {"adif2zlog n1mm.adi -o contest",
                     "--set utc_jst_str=ALL_J --set TX_NR_001=1 adif2zlog n1mm.adi"});
     CLI::App* info = add(&app_, "info", "ファイルの種類と件数を表示する", Command::kInfo);
@@ -115,6 +118,18 @@ class Parser {
     add_path(sub, "--keep-intermediate", o_.keep_intermediate,
              "zLog のログの中間ファイル (zlog_1.csv) を残す所");
     examples(sub, lines);
+  }
+
+  void add_reading(CLI::App* app) {
+    std::string help = "ADIF の読み方:";
+    std::vector<std::string> words;
+    for (const AdifReadingName& name : adif_readings()) {
+      help.append(words.empty() ? " " : "、").append(name.word).append(" ").append(name.label);
+      words.emplace_back(name.word);
+    }
+    app->add_option("--reading", o_.reading,
+                    help + " (無ければ、従来の読み方で交信が失われる時は変換しない)")
+        ->check(CLI::IsMember(words));
   }
 
   void add_lookups() {

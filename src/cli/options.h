@@ -38,6 +38,7 @@ struct CliOptions {
   std::filesystem::path
       keep_intermediate;      // where a zLog log's intermediate file goes; empty: nowhere
   std::string time = "none";  // none, jst, utc, ja
+  std::string reading;        // of an ADIF: a word of adif_readings(); empty: not said
   std::string date;           // yyyymmdd
   std::vector<std::string> items;
   std::string url;     // of the JARL lists; empty: the league's own

@@ -94,6 +94,7 @@ void print_info(const CliOptions& options, const LogInfo& info) {
       json["zone"] = zone_name(info.zone->letter);
       json["zone_from"] = source_name(info.zone->source);
     }
+    if (!info.note.empty()) json["note"] = info.note;
     print_json(json, 2);
     return;
   }
@@ -105,6 +106,7 @@ void print_info(const CliOptions& options, const LogInfo& info) {
   }
   if (info.zone) std::cout << "時刻: " << zone_text(*info.zone) << '\n';
   if (info.contacts) std::cout << "入力数: " << *info.contacts << " 件\n";
+  if (!info.note.empty()) std::cout << info.note << '\n';
 }
 
 void print_call(const CliOptions& options, const std::string& call, const CallPlace& place) {

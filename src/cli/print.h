@@ -39,6 +39,7 @@ struct LogInfo {
   std::optional<std::size_t> contacts;  // nothing: not counted for this kind
   std::optional<ContestInfo> contest;   // of logs that tell it
   std::optional<LogZone> zone;          // of zLog's logs
+  std::string note;                     // what a conversion would do to it; empty: no harm
 };
 void print_info(const CliOptions& options, const LogInfo& info);
 

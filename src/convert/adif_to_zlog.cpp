@@ -84,24 +84,30 @@ class ZlogFiles {
 class Run {
  public:
   Run(const AdifToZlogJob& job, const ConversionTables& tables, const CallTables& calls,
-      const PlaceTables& places, AdifToZlogState& state)
+      const PlaceTables& places, AdifToZlogState& state, const RunContext& context)
       : job_(job),
-        contacts_(job.input, tables.bands, tables.modes, job.options.remarks, report_.findings),
+        context_(context),
         zlog_rules_(job.options.zlog),
         csv_rules_({calls.calls, places.codes, places.jcc}, job.options.csv_time,
                    job.options.write_qth, state.csv),
-        state_(state) {
-    report_.read = contacts_.count();
-  }
+        tables_(tables),
+        state_(state) {}
 
-  ConversionReport all(const RunContext& context) {
+  ConversionReport all() {
     prepare(report_, [&] {
-      const KeepRule rule = keep_rule(context, report_.findings);
+      const AdifToZlogOptions& options = job_.options;
+      contacts_.emplace(AdifInput{job_.input,
+                                  options.remarks,
+                                  {options.zlog.write_comment, options.write_qth, true},
+                                  job_.reading},
+                        tables_, context_, report_.findings);
+      report_.read = contacts_->count();
+      const KeepRule rule = keep_rule(context_, report_.findings);
       zlog_files_.emplace(job_, rule, state_.record);
       csv_file_.emplace(job_.output(".csv"), rule);
     });
     if (!csv_file_) return std::move(report_);
-    do_part(report_, [&] { every_contact(context); });
+    do_part(report_, [&] { every_contact(); });
     zlog_files_->close(report_);
     do_part(report_, [&] { csv_file_->close(); });
     report_.written = zlog_files_->contacts();
@@ -113,33 +119,32 @@ class Run {
   }
 
  private:
-  void every_contact(const RunContext& context) {
+  void every_contact() {
     forget_last_contact(record_);
-    bool more = contacts_.next(record_, report_.findings);
+    bool more = contacts_->next(record_, report_.findings);
     zlog_files_->write_header(record_);
-    for (std::size_t done = 1; more; ++done) {
-      context.tell(done, contacts_.file().bytes_read(), contacts_.file().size());
+    while (more) {
       one();
       forget_last_contact(record_);
-      more = contacts_.next(record_, report_.findings);
+      more = contacts_->next(record_, report_.findings);
     }
   }
 
   void one() {
     if (is_blank(record_.call) || is_blank(record_.qso_date)) {
-      report_.findings.add(FindingKind::kNoDateOrCall, contacts_.line(), record_.call,
+      report_.findings.add(FindingKind::kNoDateOrCall, contacts_->line(), record_.call,
                            record_.qso_date + " " + record_.time_on);
       return;
     }
     std::size_t lacking = 0;
-    switch (zlog_rules_.apply(record_, contacts_.line(), entry_, report_.findings)) {
+    switch (zlog_rules_.apply(record_, contacts_->line(), entry_, report_.findings)) {
       case ZlogRules::Fate::kWrite:
         lacking = zlog_files_->write(entry_);
         break;
       case ZlogRules::Fate::kLeftOut:
         break;
       case ZlogRules::Fate::kRefused:
-        throw RecordError(job_.input, contacts_.line(),
+        throw RecordError(job_.input, contacts_->line(),
                           zlog_rules_.refusal() + "。ここで変換を中止しました");
     }
     write_csv(lacking);
@@ -150,11 +155,11 @@ class Run {
     if (job_.options.whole_mhz)
       record_.freq.resize(std::min(record_.freq.find('.'), record_.freq.size()));
     HamlogColumns columns;
-    csv_rules_.apply(record_, contacts_.line(), columns, report_.findings);
+    csv_rules_.apply(record_, contacts_->line(), columns, report_.findings);
     WrittenLine written = write_hamlog_line(columns, csv_file_->buffer());
     csv_file_->end_record();
     written.lacking = std::max(written.lacking, lacking_elsewhere);
-    report_written_line(written, contacts_.line(), record_.call, report_.findings);
+    report_written_line(written, contacts_->line(), record_.call, report_.findings);
   }
 
   void tell_zones() {
@@ -169,10 +174,12 @@ class Run {
   }
 
   const AdifToZlogJob& job_;
+  const RunContext& context_;
   ConversionReport report_;
-  AdifContacts contacts_;
+  std::optional<AdifContacts> contacts_;
   ZlogRules zlog_rules_;
   L2hRules csv_rules_;
+  const ConversionTables& tables_;
   AdifToZlogState& state_;
   std::optional<ZlogFiles> zlog_files_;
   std::optional<OutputFile> csv_file_;
@@ -198,7 +205,7 @@ ConversionReport run_adif_to_zlog(const AdifToZlogJob& job, const ConversionTabl
                                   const CallTables& calls, const PlaceTables& places,
                                   AdifToZlogState& state, const RunContext& context) {
   refuse_shared_files({job.input}, job.outputs());
-  return Run(job, tables, calls, places, state).all(context);
+  return Run(job, tables, calls, places, state, context).all();
 }
 
 }  // namespace tobarine

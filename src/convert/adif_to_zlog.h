@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "convert/adif_reading.h"
 #include "convert/reference_tables.h"
 #include "convert/report.h"
 #include "convert/run.h"
@@ -34,6 +35,7 @@ struct AdifToZlogJob {
   std::filesystem::path input;  // ADIF
   std::filesystem::path base;   // of the outputs' names: BASE.all, BASE.zlo, BASE.csv
   AdifToZlogOptions options;
+  AdifReading reading = AdifReading::kAsk;
 
   static constexpr std::array<std::string_view, 3> kEndings = {".all", ".zlo", ".csv"};
   std::filesystem::path output(std::string_view extension) const;  // one of kEndings

@@ -35,13 +35,11 @@ void report_line(const WrittenLine& written, bool dropped, const HamlogColumns& 
 
 // Pass 1: every contact to the temporary file.
 void write_all(AdifContacts& contacts, L2hRules& rules, const std::filesystem::path& temporary,
-               const RunContext& context, FindingLog& findings) {
+               FindingLog& findings) {
   OutputFile output(temporary);
   QsoRecord record;
   HamlogColumns columns;
-  std::size_t done = 0;
   while (contacts.next(record, findings)) {
-    context.tell(++done, contacts.file().bytes_read(), contacts.file().size());
     rules.apply(record, contacts.line(), columns, findings);
     const std::size_t before = output.buffer().size();
     const WrittenLine written = write_hamlog_line(columns, output.buffer());
@@ -69,15 +67,16 @@ ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, cons
                          const PlaceTables& places, L2hState& state, const RunContext& context) {
   refuse_shared_files({job.input}, {job.output});
   ConversionReport report;
-  AdifContacts contacts(job.input, tables.bands, tables.modes, job.options.remarks,
-                        report.findings);
-  report.read = contacts.count();
-  L2hRules rules({calls.calls, places.codes, places.jcc}, job.options.time_mode,
-                 job.options.write_qth, state);
   const TemporaryFile temporary(job.temporary_folders, "csv_temp");
   std::optional<OutputFile> output;
   prepare(report, [&] {
-    write_all(contacts, rules, temporary.path(), context, report.findings);
+    AdifContacts contacts(
+        {job.input, job.options.remarks, {.qth = job.options.write_qth}, job.reading}, tables,
+        context, report.findings);
+    report.read = contacts.count();
+    L2hRules rules({calls.calls, places.codes, places.jcc}, job.options.time_mode,
+                   job.options.write_qth, state);
+    write_all(contacts, rules, temporary.path(), report.findings);
     output.emplace(job.output, keep_rule(context, report.findings));
   });
   if (!output) return report;

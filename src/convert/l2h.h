@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "convert/adif_reading.h"
 #include "convert/reference_tables.h"
 #include "convert/report.h"
 #include "convert/run.h"
@@ -24,6 +25,7 @@ struct L2hJob {
   L2hOptions options;
   // Where the temporary file may stand, in order of preference.
   std::vector<std::filesystem::path> temporary_folders;
+  AdifReading reading = AdifReading::kAsk;
 };
 
 // Writes every contact to a temporary file, then copies the lines that hold no "//" to the output,

@@ -44,6 +44,13 @@ RunContext RunContext::part(double from, double to) const {
           now};
 }
 
+void ReadingPace::at(const InputFile& file) {
+  if (file.bytes_read() == told_ || !context_.progress) return;
+  told_ = file.bytes_read();
+  const double all = static_cast<double>(file.size());
+  if (!context_.progress(all > 0 ? static_cast<double>(told_) / all : 0)) throw StopRequested();
+}
+
 std::string kept_file_text(const std::filesystem::path& file, const std::filesystem::path& backup) {
   return path_text(file.filename()) + " -> " + path_text(backup.filename());
 }

@@ -8,9 +8,11 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "convert/report.h"
 #include "text/error.h"
+#include "text/input_file.h"
 #include "text/keep_rule.h"
 
 namespace tobarine {
@@ -42,6 +44,17 @@ struct RunContext {
 
   // For a part of the run, which is `from` .. `to` of the whole.
   RunContext part(double from, double to) const;
+};
+
+// Tells a context how much of a file has been read, whenever more of it has.
+class ReadingPace {
+ public:
+  explicit ReadingPace(RunContext context) : context_(std::move(context)) {}
+  void at(const InputFile& file);  // throws StopRequested
+
+ private:
+  RunContext context_;
+  std::uint64_t told_ = 0;
 };
 
 // Of files that stand where a run writes: an ADIF of our own may go, anything else is renamed and

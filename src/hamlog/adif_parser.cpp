@@ -1,13 +1,10 @@
 #include "hamlog/adif_parser.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
-#include <cstring>
-#include <iterator>
-#include <vector>
 
 #include "rules/band.h"
+#include "rules/call_form.h"
 #include "text/cp932.h"
 #include "text/strings.h"
 #include "text/utf8.h"
@@ -18,133 +15,14 @@ namespace {
 constexpr std::size_t kLongestFreq = 7;  // bytes
 constexpr std::size_t kLongestHamlogMode = 3;
 
-// A tag is recognised by its name, a colon and, for some, the length behind it. Its value goes into
-// a field behind a prefix; what else it does stands in AdifParser::set_field(). The order counts: a
-// field of the file may match several tags, and the later ones win.
-struct Tag {
-  enum Place { kAnywhere, kAtStart };
-  std::string_view name;
-  std::string QsoRecord::*field;
-  std::string_view prefix = {};
-  char length = '\0';
-  Place place = kAnywhere;
-};
-
-constexpr Tag kTags[] = {
-    {"CALL", &QsoRecord::call},
-    {"AGE", &QsoRecord::age},
-    {"NAME", &QsoRecord::name, "", '\0', Tag::kAtStart},
-    {"QTH", &QsoRecord::qth},
-    {"FREQ", &QsoRecord::freq},
-    {"BAND", &QsoRecord::band},
-    {"RST_SENT", &QsoRecord::his_rst},
-    {"RST_RCVD", &QsoRecord::my_rst},
-    {"MODE", &QsoRecord::mode, "", '\0', Tag::kAtStart},
-    {"CQZ", &QsoRecord::cqz, "CQZ:"},
-    {"ITUZ", &QsoRecord::ituz, "ITUZ:"},
-    {"STATE", &QsoRecord::state},
-    {"CNTY", &QsoRecord::cnty, "CNTY:"},
-    {"QSL_VIA", &QsoRecord::qsl_via, "@"},
-    {"QSL_SENT", &QsoRecord::qsl_sent},
-    {"QSL_RCVD", nullptr},
-    {"GRIDSQUARE", &QsoRecord::grid, "", '\0', Tag::kAtStart},
-    {"COMMENT", &QsoRecord::comment},
-    {"IOTA", &QsoRecord::iota},
-    {"DXCC", &QsoRecord::dxcc},
-    {"QSO_DATE", &QsoRecord::qso_date},
-    {"TIME_ON", nullptr, "", '4'},
-    {"TIME_ON", nullptr, "", '6'},
-    {"JCC", &QsoRecord::jcc},
-    {"JCG", &QsoRecord::jcg},
-    {"QSO_DATE", nullptr, "", '8'},
-    {"TIME_ON", nullptr, "", '6'},
-    {"SECTION", &QsoRecord::section},
-    {"SRX", &QsoRecord::srx},
-    {"STX", &QsoRecord::stx},
-    {"OPERATOR", &QsoRecord::operator_call},
-    {"APP_N1MM_EXCHANGE1", &QsoRecord::n1mm_exchange1},
-    {"APP_N1MM_POINTS", &QsoRecord::n1mm_points},
-    {"APP_N1MM_RADIO_NR", &QsoRecord::n1mm_radio_nr},
-    {"STATION_CALLSIGN", &QsoRecord::station_call, "", '\0', Tag::kAtStart},
-    {"CONTEST_ID", &QsoRecord::contest_id, "", '\0', Tag::kAtStart},
-};
-// The rows that the code names.
-enum TagIndex : std::size_t {
-  kCall = 0,
-  kAge = 1,
-  kName = 2,
-  kQth = 3,
-  kFreq = 4,
-  kBand = 5,
-  kRstSent = 6,
-  kRstRcvd = 7,
-  kMode = 8,
-  kQslVia = 13,
-  kQslSent = 14,
-  kQslRcvd = 15,
-  kComment = 17,
-  kQsoDate = 20,
-  kTimeOn4 = 21,
-  kTimeOn6 = 22,
-  kJcc = 23,
-  kJcg = 24,
-  kQsoDate8 = 25,
-  kTime6 = 26,
-  kExchange1 = 31,
-};
-static_assert(kTags[kMode].name == "MODE" && kTags[kQslRcvd].name == "QSL_RCVD" &&
-              kTags[kComment].name == "COMMENT" && kTags[kQsoDate].name == "QSO_DATE" &&
-              kTags[kJcg].name == "JCG" && kTags[kExchange1].name == "APP_N1MM_EXCHANGE1");
-
-constexpr std::uint64_t bit(std::size_t tag) {
-  return std::uint64_t{1} << tag;
-}
-
-// The last eight characters before a colon in one number, letters in upper case, so that most names
-// are told apart by one comparison. Other characters may fall together; a match is looked at again.
-static_assert(std::endian::native == std::endian::little);
-std::uint64_t packed_end(std::string_view text) {
-  std::uint64_t packed = 0;
-  if (text.size() >= sizeof packed) {
-    std::memcpy(&packed, text.data() + text.size() - sizeof packed, sizeof packed);
-  } else {
-    std::memcpy(reinterpret_cast<char*>(&packed) + sizeof packed - text.size(), text.data(),
-                text.size());
-  }
-  return packed & 0xDFDFDFDFDFDFDFDFU;
-}
-
-struct PackedTag {
-  std::uint64_t end;
-  std::uint64_t mask;  // of the characters that count
-  std::size_t tag;
-};
-
-// The tags by the last character of their names.
-using PackedTags = std::array<std::vector<PackedTag>, 256>;
-
-std::size_t last_of(std::uint64_t packed) {
-  return packed >> 56;
-}
-
-PackedTags pack_tags() {
-  PackedTags result;
-  for (std::size_t i = 0; i < std::size(kTags); ++i) {
-    const std::size_t used = std::min<std::size_t>(kTags[i].name.size(), 8);
-    const std::uint64_t end = packed_end(kTags[i].name);
-    result[last_of(end)].push_back({end, packed_end(std::string(used, '\xFF')), i});
-  }
-  return result;
-}
-
-// NOLINTNEXTLINE(cert-err58-cpp): without memory at its start the program cannot do anything
-const PackedTags kPackedTags = pack_tags();
-
-bool ends_with_name(std::string_view head, std::string_view name) {
-  if (head.size() < name.size()) return false;
-  const std::string_view end = head.substr(head.size() - name.size());
-  return end == name || equal_ignoring_case(end, name);
-}
+// A value of these reaches the outputs of every run.
+constexpr std::uint64_t kAlwaysCount = bit(kCall) | bit(kFreq) | bit(kRstSent) | bit(kRstRcvd) |
+                                       bit(kQslVia) | bit(kDxcc) | bit(kQsoDate) | bit(kTimeOn4) |
+                                       bit(kTimeOn6) | bit(kJcc) | bit(kJcg);
+// These as far as there are remarks, and these in a contest log.
+constexpr std::uint64_t kInRemarks = bit(kCnty) | bit(kIota);
+constexpr std::uint64_t kInContest =
+    bit(kAge) | bit(kBand) | bit(kSection) | bit(kSrx) | bit(kStx) | bit(kOperator);
 
 // What stands in front of a value and is taken out of the field wherever it stands: everything up
 // to the first ">". For names, places and comments as many bytes are taken as there are characters,
@@ -216,24 +94,6 @@ void reset(QsoRecord& r) {
 
 }  // namespace
 
-// The tags whose name ends at a colon with `head` before it in the field, as bits.
-std::uint64_t AdifParser::tags_at(std::string_view head, char behind) {
-  std::uint64_t found = 0;
-  const std::uint64_t end = packed_end(head);
-  for (const PackedTag& packed : kPackedTags[last_of(end)]) {
-    if ((end & packed.mask) != packed.end) continue;
-    const std::size_t i = packed.tag;
-    const Tag& tag = kTags[i];
-    if (!ends_with_name(head, tag.name)) continue;
-    if (tag.place == Tag::kAtStart && head.size() != tag.name.size()) continue;
-    if (tag.length == '\0' || tag.length == behind) found |= bit(i);
-    const bool odd_time = i == kTimeOn4 && behind != '4' && behind != '6';
-    const bool odd_date = i == kQsoDate && behind != '8';
-    field_.odd_length = field_.odd_length || odd_time || odd_date;
-  }
-  return found;
-}
-
 // Splits the text at every "<" and looks for tags, all in one pass: a file has many short fields.
 void AdifParser::read_fields(std::string_view text, QsoRecord& r) {
   std::size_t begin = 0;
@@ -248,7 +108,10 @@ void AdifParser::read_fields(std::string_view text, QsoRecord& r) {
       begin = i + 1;
     } else if (c == ':' && i > begin) {
       const char behind = i + 1 < text.size() ? text[i + 1] : '\0';
-      field_.tags |= tags_at(text.substr(begin, i - begin), behind);
+      const TagMatch found = tags_at(text.substr(begin, i - begin), behind);
+      field_.match.tags |= found.tags;
+      field_.match.own |= found.own;
+      field_.match.odd_length = field_.match.odd_length || found.odd_length;
     } else if (c == '>') {
       field_.more_ends = field_.value != 0;
       if (field_.value == 0) field_.value = i + 1 - begin;
@@ -259,13 +122,14 @@ void AdifParser::read_fields(std::string_view text, QsoRecord& r) {
 }
 
 void AdifParser::read_field(QsoRecord& r) {
-  if (field_.odd_length && odd_tag_.empty()) odd_tag_ = field_.text;
-  if (field_.tags == 0 && mode_settled_) return;
-  tags_seen_ |= field_.tags;
-  for (std::uint64_t tags = field_.tags; tags != 0; tags &= tags - 1) {
+  if (field_.match.odd_length && odd_tag_.empty()) odd_tag_ = field_.text;
+  if (field_.match.tags == 0 && mode_settled_) return;
+  tags_seen_ |= field_.match.tags;
+  own_seen_ |= field_.match.own;
+  for (std::uint64_t tags = field_.match.tags; tags != 0; tags &= tags - 1) {
     set_field(static_cast<std::size_t>(std::countr_zero(tags)), r);
   }
-  derive(field_.tags, r);
+  derive(field_.match.tags, r);
 }
 
 // The value of the field; points into it or into scratch_.
@@ -283,13 +147,19 @@ std::string_view AdifParser::field_value(bool counted_in_bytes) {
 void AdifParser::set_field(std::size_t tag, QsoRecord& r) {
   std::string_view value = field_value(tag == kName || tag == kQth || tag == kComment);
   if (tag != kCall && tag != kAge && tag != kMode) value = trim(value);
-  if (kTags[tag].field != nullptr) {
-    std::string& target = r.*kTags[tag].field;
-    if (kTags[tag].prefix.empty()) {
-      target = value;
-    } else {
-      target.assign(kTags[tag].prefix).append(value);
-    }
+  const bool is_time = tag == kTimeOn4 || tag == kTimeOn6;
+  if (is_time) value = left_chars(value, 4);
+  std::string* target = is_time ? &r.time_on : nullptr;
+  if (kTags[tag].field != nullptr) target = &(r.*kTags[tag].field);
+  if (target != nullptr) {
+    const std::string_view prefix = kTags[tag].prefix;
+    watch(tag, std::string_view(*target).substr(std::min(prefix.size(), target->size())), value);
+    target->assign(prefix).append(value);
+  }
+  const bool own = (field_.match.own & bit(tag)) != 0;
+  if (own && (tag >= kNotes || (tag == kComment && !use_.comment)) && !value.empty()) {
+    not_carried_.append(not_carried_.empty() ? "" : ", ").append(kTags[tag].name);
+    not_carried_.append("=").append(value);
   }
   switch (tag) {
     case kFreq:
@@ -300,21 +170,15 @@ void AdifParser::set_field(std::size_t tag, QsoRecord& r) {
       r.adif_mode = trim(value);
       break;
     case kQslVia:
-      r.qsl[0] = 'J';
-      break;
     case kQslSent:
-      if (value == "Y") r.qsl[0] = 'J';
-      r.qsl[1] = value == "Y" ? '*' : ' ';
-      break;
     case kQslRcvd:
-      r.qsl[2] = value == "Y" ? '*' : ' ';
+      set_qsl(tag, value, r);
       break;
     case kQsoDate:
       set_date(value, r.date);
       break;
     case kTimeOn4:
     case kTimeOn6:
-      r.time_on = left_chars(value, 4);
       set_time(value, r.time);
       break;
     case kJcc:
@@ -330,8 +194,32 @@ void AdifParser::set_field(std::size_t tag, QsoRecord& r) {
     case kExchange1:  // N1MM's exchange carries the JCC or JCG number
       r.jcc = value;
       break;
+    case kSubmode:
+      submode_ = value;
+      break;
     default:
       break;
+  }
+}
+
+// LOTW_QSL_SENT and the like count as QSL_SENT, too.
+void AdifParser::set_qsl(std::size_t tag, std::string_view value, QsoRecord& r) {
+  if ((field_.match.own & bit(tag)) == 0) foreign_fields_[tag] = field_.text;
+  const auto set = [&](std::string& qsl) {
+    if (tag == kQslVia || (tag == kQslSent && value == "Y")) qsl[0] = 'J';
+    if (tag != kQslVia) qsl[tag == kQslSent ? 1 : 2] = value == "Y" ? '*' : ' ';
+  };
+  set(r.qsl);
+  if ((field_.match.own & bit(tag)) != 0) set(own_qsl_);
+}
+
+// Remembers what the report needs to know of a value that is about to take the place of another.
+void AdifParser::watch(std::size_t tag, std::string_view before, std::string_view value) {
+  if ((field_.match.own & bit(tag)) != 0) {
+    foreign_ &= ~bit(tag);
+  } else if (before != value) {
+    foreign_ |= bit(tag);
+    foreign_fields_[tag] = field_.text;
   }
 }
 
@@ -413,17 +301,67 @@ void AdifParser::report(std::size_t line, const QsoRecord& r, FindingLog& findin
   if (!names.empty()) findings.add(FindingKind::kCarriedOver, line, r.call, names);
   if (!odd_tag_.empty()) findings.add(FindingKind::kOddTagLength, line, r.call, "<" + odd_tag_);
   if (!cut_value_.empty()) findings.add(FindingKind::kValueCut, line, r.call, cut_value_);
+  if (!not_carried_.empty()) findings.add(FindingKind::kNotCarried, line, r.call, not_carried_);
+  report_mode(line, r, findings);
+  report_foreign(line, r, findings);
+  if (!has_call()) return;
+  if (const std::string_view oddity = call_oddity(trim(r.call)); !oddity.empty()) {
+    findings.add(FindingKind::kOddCall, line, r.call, oddity);
+  }
+}
+
+void AdifParser::report_mode(std::size_t line, const QsoRecord& r, FindingLog& findings) const {
+  if (is_blank(r.mode) && has_call()) findings.add(FindingKind::kNoMode, line, r.call, submode_);
   if (cp932_length(trim(r.mode)) > kLongestHamlogMode) {
     findings.add(FindingKind::kUnknownMode, line, r.call, r.mode);
+  }
+  if (submode_.empty() || is_blank(r.mode)) return;
+  const std::string submode = upper(submode_);
+  if (submode == "USB" || submode == "LSB" || submode == upper(trim(r.mode))) return;
+  findings.add(FindingKind::kSubmodeIgnored, line, r.call, submode_ + " -> " + r.mode);
+}
+
+// The tags whose value another field has set, as far as that is seen in the outputs.
+std::uint64_t AdifParser::foreign_that_count(const QsoRecord& r) const {
+  std::uint64_t tags = kAlwaysCount;
+  if (use_.contest) tags |= kInContest;
+  if (use_.comment) tags |= bit(kComment);
+  if (use_.qth) tags |= bit(kQth);
+  if (is_blank(r.adif_freq)) tags |= bit(kBand);
+  if (!remarks_.emptied()) {
+    tags |= kInRemarks;
+    if (remarks_.write_state) tags |= bit(kState);
+    if (!r.cqz.empty()) tags |= bit(kCqz);
+    if (!r.ituz.empty()) tags |= bit(kItuz);
+  }
+  return foreign_ & tags;
+}
+
+void AdifParser::report_foreign(std::size_t line, const QsoRecord& r, FindingLog& findings) const {
+  const auto origin = [this](std::size_t tag) {
+    return " ← <" + std::string(trim(left_chars(foreign_fields_[tag], FindingLog::kLongestText)));
+  };
+  std::string texts;
+  for (std::uint64_t tags = foreign_that_count(r); tags != 0; tags &= tags - 1) {
+    const auto tag = static_cast<std::size_t>(std::countr_zero(tags));
+    texts.append(texts.empty() ? "" : ", ").append(kTags[tag].name).append(origin(tag));
+  }
+  if (!texts.empty()) findings.add(FindingKind::kForeignTag, line, r.call, texts);
+  if (r.qsl == own_qsl_) return;
+  for (const std::size_t tag : {kQslSent, kQslRcvd, kQslVia}) {
+    if (foreign_fields_[tag].empty()) continue;
+    findings.add(FindingKind::kForeignMarks, line, r.call, "「" + r.qsl + "」" + origin(tag));
+    return;
   }
 }
 
 void AdifParser::parse(const std::string& text, std::size_t line, QsoRecord& r,
                        FindingLog& findings) {
   reset(r);
-  tags_seen_ = 0;
-  odd_tag_.clear();
-  cut_value_.clear();
+  tags_seen_ = own_seen_ = foreign_ = 0;
+  foreign_fields_[kQslSent] = foreign_fields_[kQslRcvd] = foreign_fields_[kQslVia] = {};
+  own_qsl_ = r.qsl;
+  for (std::string* kept : {&odd_tag_, &cut_value_, &submode_, &not_carried_}) kept->clear();
   mode_settled_ = true;
   read_fields(text, r);
   build_remarks(r);

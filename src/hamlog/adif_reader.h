@@ -5,9 +5,12 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
+#include "hamlog/adif_census.h"
+#include "rules/findings.h"
 #include "text/input_file.h"
 
 namespace tobarine {
@@ -16,11 +19,18 @@ struct AdifFileInfo {
   std::size_t contacts = 0;  // lines with a CALL tag: several contacts on one line count once
   bool maybe_utf8 = false;   // has characters that are valid in both, and is read as CP932
   bool is_adif = false;      // has a contact, or the end of a header, or nothing at all
-  bool utf8 = false;         // begins with the UTF-8 mark, or is valid UTF-8 and not valid CP932
+  bool utf8 = false;         // see EncodingGuess
+  AdifLayout layout;         // what the tolerant reading will lose
 };
 
-// Reads the whole file once. Throws FileError, RecordError.
-AdifFileInfo scan_adif(const std::filesystem::path& path);
+// Called for every line that is read; may throw to end the reading.
+using ReadProgress = std::function<void(const InputFile&)>;
+
+// Reads the whole file once, before it is converted, and reports the contacts that AdifRecordReader
+// will lose. Throws FileError, RecordError.
+AdifFileInfo scan_adif(const std::filesystem::path& path, FindingLog& findings,
+                       const ReadProgress& progress = {});
+AdifFileInfo scan_adif(const std::filesystem::path& path);  // reports nothing
 
 // Hands out the text of one record at a time.
 class AdifRecordReader {
@@ -43,6 +53,7 @@ class AdifRecordReader {
   bool append_line(std::string& text);
 
   LineReader lines_;
+  AdifLines parts_;
   bool utf8_;
   std::size_t first_line_ = 0;
   std::size_t invalid_bytes_ = 0;

@@ -1,5 +1,8 @@
 #include "hamlog/l2h_rules.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "rules/japanese_call.h"
 #include "text/strings.h"
 #include "text/utf8.h"
@@ -26,6 +29,7 @@ enum Column : std::size_t {
 };
 
 constexpr unsigned kJapan = 339;
+constexpr unsigned kIslandsOfJapan[] = {177, 192};  // entities of their own with Japanese codes
 
 // Of a call with a slash the longer of the first two pieces, the second when they are equally long.
 std::string_view working_call(std::string_view call) {
@@ -83,17 +87,27 @@ void L2hRules::set_code_and_qth(const QsoRecord& r, std::string_view working, bo
                                 std::size_t line, HamlogColumns& columns, FindingLog& findings) {
   const bool jcc_given = !is_blank(r.jcc);
   const bool jcg_given = !is_blank(r.jcg);
+  const unsigned dxcc = is_blank(r.dxcc) ? 0 : dxcc_number(r.dxcc);
+  const auto disagrees = [&](std::string_view taken_as) {
+    findings.add(FindingKind::kDxccDisagrees, line, r.call,
+                 "DXCC " + std::to_string(dxcc) + "、" + std::string(taken_as));
+  };
   columns[kCode] = columns[kQth] = {};
   if (!japanese) {
-    const unsigned dxcc = dxcc_number(r.dxcc);
     const bool by_number = !is_blank(r.dxcc) && dxcc != kJapan && !jcc_given && !jcg_given;
     if (by_number) {
       set_foreign(r, dxcc, line, columns, findings);
-    } else {
-      const CallPlace place = tables_.calls.find(working, r.qso_date);
-      set_foreign(r, place.entity == nullptr ? 0 : place.entity->number, line, columns, findings);
+      return;
     }
+    const CallPlace place = tables_.calls.find(working, r.qso_date);
+    const unsigned found = place.entity == nullptr ? 0 : place.entity->number;
+    if (dxcc == kJapan || (dxcc != 0 && found != dxcc)) disagrees("コールから国外局とした");
+    set_foreign(r, found, line, columns, findings);
     return;
+  }
+  const bool island = std::ranges::find(kIslandsOfJapan, dxcc) != std::end(kIslandsOfJapan);
+  if (dxcc != 0 && dxcc != kJapan && !(island && (jcc_given || jcg_given))) {
+    disagrees("コールから国内局とした");
   }
   code_ = jcg_given ? r.jcg : "";
   if (jcc_given) without_power_letters(r.jcc, code_);
@@ -143,7 +157,10 @@ void L2hRules::set_date_and_time(const QsoRecord& r, bool japanese, std::size_t 
     }
   }
   if (date_ != "//" && !is_date_and_time(r.date, r.time)) {
-    findings.add(FindingKind::kBadDateOrTime, line, r.call, r.qso_date + " " + r.time_on);
+    const bool no_such_day =
+        r.qso_date.size() == 8 && all_digits(r.qso_date) && !is_date_and_time(r.date, "0000");
+    findings.add(no_such_day ? FindingKind::kImpossibleDay : FindingKind::kBadDateOrTime, line,
+                 r.call, r.qso_date + " " + r.time_on);
   }
   columns[kDate] = date_;
   columns[kTime] = time_;

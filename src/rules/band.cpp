@@ -20,6 +20,8 @@ constexpr FixedFreq kFixedFreqs[] = {
     {"6MM", "47"},    {"4MM", "75"},    {"2.5MM", "120"}, {"2MM", "142"},   {"1MM", "24"},
 };
 
+constexpr std::size_t kLongestBand = 100;  // bytes; what is longer is no name of a band
+
 struct BandRange {
   double low;  // MHz, both ends inclusive
   double high;
@@ -58,8 +60,9 @@ const BandRow* row_named_in_remarks(const BandTable& table, std::string_view fre
 }  // namespace
 
 void hamlog_freq_from_band(const BandTable& table, QsoRecord& record) {
-  const std::string band = upper(trim(record.band));
   record.freq.clear();
+  if (record.band.size() > kLongestBand) return;
+  const std::string band = upper(trim(record.band));
   for (const FixedFreq& fixed : kFixedFreqs) {
     if (fixed.band == band) record.freq = fixed.freq;
   }

@@ -126,6 +126,20 @@ constexpr KindText kKinds[] = {
      "ADIF の規格に合わないので APP_TOBARINE_ の欄に残した値"},
     {FindingKind::kModeNotStandard, "mode-not-standard",
      "ADIF の規格に無いので APP_TOBARINE_MODE の欄に残したモード"},
+    {FindingKind::kLostInHeader, "lost-in-header",
+     "ファイルの見出しとして読み飛ばされて失われた交信"},
+    {FindingKind::kSharedRecord, "shared-record",
+     "後の交信と一つのレコードとして読まれて失われた交信"},
+    {FindingKind::kNotAContact, "not-a-contact", "CALL のタグが無く、交信ではないレコード"},
+    {FindingKind::kAdifLayout, "adif-layout", "従来の読み方に合わない ADIF"},
+    {FindingKind::kContactCount, "contact-count",
+     "入力数 (CALL のある行の数) が交信の数と違うファイル"},
+    {FindingKind::kForeignTag, "foreign-tag", "MY_ の付くタグなど、名前の違うタグの値が入った欄"},
+    {FindingKind::kForeignMarks, "foreign-marks",
+     "LoTW や eQSL の印が紙の QSL の印になった、または消した交信"},
+    {FindingKind::kSubmodeIgnored, "submode-ignored", "SUBMODE が失われたモード"},
+    {FindingKind::kNotCarried, "not-carried", "写す欄が無くて失われた値"},
+    {FindingKind::kDxccDisagrees, "dxcc-disagrees", "DXCC のタグが国内、国外の判定と合わない交信"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

@@ -81,6 +81,16 @@ enum class FindingKind {
   kNotAscii,
   kValueNotAllowed,
   kModeNotStandard,
+  kLostInHeader,
+  kSharedRecord,
+  kNotAContact,
+  kAdifLayout,
+  kContactCount,
+  kForeignTag,
+  kForeignMarks,
+  kSubmodeIgnored,
+  kNotCarried,
+  kDxccDisagrees,
   kCount
 };
 

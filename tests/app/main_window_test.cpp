@@ -140,6 +140,24 @@ TEST_F(MainWindowTest, OpensAnAdif) {
   EXPECT_EQ(saved().zlog_time, "ALL_J_adi");
 }
 
+TEST_F(MainWindowTest, AsksHowToReadAnAdifThatWouldLoseContacts) {
+  const auto hurt = folder_.text("lotw.adi", "<CALL:3>A1A\n<QSO_DATE:8>20240501\n<EOR>\n");
+  open("開 adi", sample("logger32.adi"));
+  EXPECT_TRUE(shell_.choices.empty());
+  open("開 adi", hurt);
+  ASSERT_EQ(shell_.choices.size(), 1U);
+  EXPECT_TRUE(contains(shell_.choices[0].text, "1 件の交信のうち 1 件が失われます"));
+  EXPECT_EQ(shell_.choices[0].answers.back(), "従来のまま");
+  EXPECT_TRUE(see().lblInFile.text.ends_with("logger32.adi"));  // the user wanted none of it
+  shell_.answers = {shell_.choices[0].answers.size() - 1};
+  open("開 adi", hurt);
+  EXPECT_TRUE(see().lblInFile.text.ends_with("lotw.adi"));
+  window_->command("cmdL2H");
+  EXPECT_EQ(see().lblInfo.text, "変換数: 0 件");
+  EXPECT_TRUE(contains(see().lblNotes.text, "1 件が失われます"));
+  EXPECT_TRUE(shell_.messages.empty());
+}
+
 TEST_F(MainWindowTest, OpensZlogLogs) {
   window_->select_option3(1);
   open("z 開 all", sample("contest.all"));
@@ -358,7 +376,7 @@ TEST_F(MainWindowTest, ConvertsEveryKind) {
   EXPECT_TRUE(contains(see().lblNotes.text, "JST"));
   open("mnuOpen_adi", sample("logger32.adi"));
   window_->command("cmdL2H");
-  EXPECT_EQ(see().lblInfo.text, "変換数: 16 件");
+  EXPECT_EQ(see().lblInfo.text, "変換数: 15 件");
   EXPECT_EQ(can_convert(), "L");
   EXPECT_TRUE(TestFolder::bytes_of(folder_ / "logger32.csv") ==
               TestFolder::bytes_of(fs::path(expected_folder()) / "logger32_defaults.csv"));

@@ -134,6 +134,9 @@ TEST_F(ZlogWindowTest, FailuresLeaveTheWindowUsable) {
   window_.open_file(folder_.text("x.adi", "nothing"));
   EXPECT_EQ(shell_.messages.size(), 1U);
   EXPECT_FALSE(window_.controls.cmdConvert.enabled);
+  window_.open_file(folder_.text("lotw.adi", "<CALL:3>A1A<EOR>\n"));
+  EXPECT_EQ(shell_.choices.size(), 1U);
+  EXPECT_FALSE(window_.controls.cmdConvert.enabled);
   window_.open_file(folder_ / "n1mm.adi");
   fs::create_directory(folder_ / "n1mm.zlo");
   window_.convert();

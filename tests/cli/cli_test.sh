@@ -49,7 +49,7 @@ equal log.adi "$source/tests/data/sample_defaults.adi"
 check "eqsl with settings" 0 '処理終了' "$cli" eqsl log.csv -o e.adi --set Chk_5=1 --set Chk_6=1 \
   --set Chk_7=1 --set Chk_9=1 --set Chk_11=1
 equal e.adi "$source/tests/data/sample_eqsl.adi"
-check "l2h" 0 '変換数: 16 件' "$cli" l2h "$source/samples/logger32.adi" -o l.csv
+check "l2h" 0 '変換数: 15 件' "$cli" l2h "$source/samples/logger32.adi" -o l.csv
 equal l.csv "$source/tests/data/logger32_defaults.csv"
 check "l2h to JST" 0 '変換数: 8 件' "$cli" l2h "$source/samples/n1mm.adi" -o n.csv --time jst \
   --set Chk_9=1 --set Chk_10=1 --set Op_2=1 --set Chk_16=1
@@ -57,6 +57,12 @@ equal n.csv "$source/tests/data/n1mm_jst.csv"
 check "wrong time option" 2 'time' "$cli" l2h "$source/samples/n1mm.adi" --time gmt
 check "nowhere to put the state" 0 '州名の転記先が「不特定」' "$cli" --set Chk_9=1 \
   l2h "$source/samples/logger32.adi" -o s.csv
+printf '<CALL:3>A1A\n<QSO_DATE:8>20240501\n<EOR>\n' >lotw.adi
+refused "an ADIF that would lose contacts" "$cli" l2h lotw.adi
+refused "the same for zLog" "$cli" adif2zlog lotw.adi
+check "nothing is written" 2 lotw.csv ls lotw.csv
+check "unless it is wanted" 0 '変換数: 0 件' "$cli" l2h --reading classic lotw.adi
+check "what it would do" 0 '1 件が失われます' "$cli" info lotw.adi
 check "report" 0 'gigahertz-text' "$cli" --json h2l log.csv
 check "report" 0 'JA3QRR  10G' "$cli" --report h2l log.csv
 "$cli" --quiet h2l log.csv >quiet.txt 2>&1

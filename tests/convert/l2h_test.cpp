@@ -1,45 +1,10 @@
 // The rules of the ADIF-to-Hamlog run.
-#include "convert/l2h.h"
-
-#include <gtest/gtest.h>
-
-#include "tables.h"
-#include "test_folder.h"
+#include "convert/l2h_fixture.h"
 #include "text/error.h"
 #include "text/strings.h"
 
 namespace tobarine {
 namespace {
-
-class L2h : public ::testing::Test {
- protected:
-  // The CSV (UTF-8) of an ADIF text, given as UTF-8 and written as CP932.
-  std::string run(const std::string& adif) { return run_bytes(to_cp932("<EOH>\r\n" + adif)); }
-
-  std::string run_bytes(const std::string& bytes) {
-    const L2hJob job{folder_.file("in.adi", bytes), folder_ / "out.csv", options_, {temporary_}};
-    report_ = run_l2h(job, delivered<ConversionTables>(), delivered<CallTables>(),
-                      delivered<PlaceTables>(), state_, {});
-    return from_cp932(TestFolder::bytes_of(job.output));
-  }
-
-  // One column (from 1) of the contact made of these tags.
-  std::string column(std::size_t number, const std::string& tags) {
-    const std::string csv =
-        run("<CALL:6>W1AW<QSO_DATE:8>20240501<TIME_ON:4>1205" + tags + "<EOR>\r\n");
-    std::vector<std::string> columns;
-    for_each_piece(csv, '"', [&columns](std::string_view piece) { columns.emplace_back(piece); });
-    return columns.size() < 30 ? "-" : columns[number * 2 - 1];
-  }
-
-  std::size_t told(FindingKind kind) const { return report_.findings.count(kind); }
-
-  TestFolder folder_;
-  std::filesystem::path temporary_ = folder_.path();
-  L2hOptions options_;
-  L2hState state_;
-  ConversionReport report_;
-};
 
 TEST_F(L2h, ColumnsOfAContact) {
   EXPECT_EQ(
@@ -151,7 +116,7 @@ TEST_F(L2h, TimesAndTheFifteenthColumn) {
             "15/01/25,05:00J,015/01/25,05:00J,815/13/24,20:00U,8");
   EXPECT_EQ(times(TimeMode::kNone), "15/01/24,20:00U,815/01/24,20:00U,815/13/24,20:00U,8");
   EXPECT_EQ(times(TimeMode::kJapaneseToJst), "15/01/25,05:00J,015/01/24,20:00U,815/13/24,20:00U,8");
-  EXPECT_EQ(told(FindingKind::kBadDateOrTime), 1U);
+  EXPECT_EQ(told(FindingKind::kImpossibleDay), 1U);
 }
 
 TEST_F(L2h, QslColumn) {
@@ -182,7 +147,7 @@ TEST_F(L2h, BandKeywordsGoWhereTheTableSays) {
   ConversionTables tables;
   tables.bands.load(
       folder_.text("b.ini", "1,20M,14,low,1\r\n2,40M,7,x,2\r\n3,6M,50,y,3\r\n4,2M,144,z,4\r\n"));
-  AdifParser parser(tables.bands, tables.modes, {});
+  AdifParser parser(tables.bands, tables.modes, {}, {});
   const auto remarks = [&parser](const char* band) {
     QsoRecord record;
     FindingLog findings;

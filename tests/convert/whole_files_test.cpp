@@ -97,7 +97,7 @@ ConversionReport to_hamlog(const fs::path& input, const fs::path& output,
 TEST(WholeFile, AdifSamplesToHamlog) {
   const TestFolder folder;
   L2hOptions options;
-  EXPECT_EQ(to_hamlog(kSamples / "logger32.adi", folder / "out.csv", options).written, 16U);
+  EXPECT_EQ(to_hamlog(kSamples / "logger32.adi", folder / "out.csv", options).written, 15U);
   expect_bytes(folder / "out.csv", "logger32_defaults.csv");
   options.remarks = {true, 1, true, "WAS="};
   options.write_qth = true;

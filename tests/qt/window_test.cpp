@@ -123,7 +123,7 @@ TEST_F(WindowTest, AdifToHamlogByMouse) {
   EXPECT_FALSE(find<QAction>("変換 H2L")->isEnabled());
   find<QRadioButton>("Option1_1")->click();
   QTest::mouseClick(find<QPushButton>("cmdL2H"), Qt::LeftButton);
-  EXPECT_EQ(find<QLabel>("lblInfo")->text(), "変換数: 16 件");
+  EXPECT_EQ(find<QLabel>("lblInfo")->text(), "変換数: 15 件");
   EXPECT_TRUE(find<QAction>("表示 o")->isEnabled());
 }
 

@@ -28,7 +28,7 @@ class ZlogOut : public ::testing::Test {
   void set(const std::string& key, const std::string& value) { set_setting(settings_, key, value); }
   const ConversionReport& run(const std::string& contacts) {
     const AdifToZlogJob job{folder_.text("in.adi", "<EOH>\r\n" + contacts), folder_ / "out",
-                            adif_to_zlog_options(settings_)};
+                            adif_to_zlog_options(settings_), AdifReading::kClassic};
     for (const auto& output : job.outputs()) std::filesystem::remove(output);
     report_ = run_adif_to_zlog(job, delivered<ConversionTables>(), delivered<CallTables>(),
                                delivered<PlaceTables>(), state_, {});
