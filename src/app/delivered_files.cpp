@@ -43,18 +43,18 @@ bool was_delivered_before(std::string_view name, std::uint64_t sum) {
   });
 }
 
-// Programs stand among the files where the program's own folder is what was delivered; the settings
-// are the user's from the first start on.
+// Where the program's own folder is what was delivered, programs and perhaps logs stand among the
+// files.
 bool is_delivered_data(const fs::directory_entry& entry) {
   std::error_code error;
   if (!entry.is_regular_file(error)) return false;
   const std::string extension = path_text(entry.path().extension());
-  constexpr std::array<std::string_view, 4> kNoData = {"", ".exe", ".dll", ".tmp"};
-  return std::ranges::none_of(kNoData, [&extension](std::string_view other) {
-    return equal_ignoring_case(extension, other);
-  });
+  constexpr std::array<std::string_view, 4> kData = {".dat", ".ini", ".mas", ".txt"};
+  return std::ranges::any_of(
+      kData, [&extension](std::string_view data) { return equal_ignoring_case(extension, data); });
 }
 
+// The settings are the user's from the first start on.
 bool is_settings_file(std::string_view name) {
   return equal_ignoring_case(name, kSettingsFile);
 }

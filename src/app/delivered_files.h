@@ -18,7 +18,8 @@ inline constexpr std::string_view kDeliveryRecord = "delivered.lst";
 // Tells two versions of a file apart (64-bit FNV-1a).
 std::uint64_t checksum(std::string_view bytes);
 
-// Fills an empty folder with copies and their record. Programs are left out. Throws FileError.
+// Fills an empty folder with copies and their record: of the files that are data by their names'
+// endings (.dat, .ini, .mas, .txt). Throws FileError.
 void copy_delivered_files(const std::filesystem::path& delivered,
                           const std::filesystem::path& folder);
 

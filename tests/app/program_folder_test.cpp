@@ -119,7 +119,9 @@ TEST_F(DeliveryTest, CopiesFromBeforeThereWasARecordCount) {
 TEST_F(DeliveryTest, AFolderThatCannotBeWrittenGivesWayToTheUsersCopy) {
   fs::remove_all(root_ / "bin");
   fs::rename(root_ / "share/tobarine", root_ / "bin");
-  root_.file("bin/Tobarine.exe", "program");
+  for (const char* other : {"bin/Tobarine.exe", "bin/tobarine-cli", "bin/Hamlog.hdb"}) {
+    root_.file(other, "no data");
+  }
   root_.file("bin/Tobarine.ini", "preset");
   EXPECT_EQ(writable_folder(locate()), root_ / "bin");
   // As where the folder cannot be written, which root can everywhere.
@@ -139,13 +141,24 @@ TEST_F(DeliveryTest, AFolderThatCannotBeWrittenGivesWayToTheUsersCopy) {
   make_user_copy(locate());
   EXPECT_EQ(locate().path, root_ / "bin");
   EXPECT_EQ(users("Tobarine.ini"), "preset");
-  EXPECT_FALSE(fs::exists(user() / "Tobarine.exe"));
+  for (const char* other : {"Tobarine.exe", "tobarine-cli", "Hamlog.hdb"}) {
+    EXPECT_FALSE(fs::exists(user() / other)) << other;
+  }
   fs::permissions(root_ / "bin", fs::perms::owner_read | fs::perms::owner_exec);
   if (!can_write_into(root_ / "bin")) {  // root writes everywhere
     EXPECT_EQ(locate().path, user());
     EXPECT_EQ(refresh(), "");
   }
   fs::permissions(root_ / "bin", fs::perms::owner_all);
+}
+
+TEST_F(DeliveryTest, EveryDeliveredFileCountsAsData) {
+  const fs::path copy = root_ / "copy";
+  fs::create_directories(copy);
+  copy_delivered_files(delivered_folder(), copy);
+  for (const auto& entry : fs::directory_iterator(fs::path(delivered_folder()))) {
+    EXPECT_TRUE(fs::exists(copy / entry.path().filename())) << entry.path();
+  }
 }
 
 TEST_F(DeliveryTest, CopiesThatWereNeverFinishedGo) {
