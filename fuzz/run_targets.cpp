@@ -84,7 +84,7 @@ void to_adif(std::string_view bytes, H2lSource source, decltype(run_h2l)& run) {
         run(job, delivered<ConversionTables>(), delivered<CallTables>(), {});
     require(count_adif_records(bytes_of(job.output)) == report.written,
             "as many records as were reported are in the ADIF");
-    report_text(report);
+    report_text(report, Front::kWindow);
   } catch (const Error&) {
   }
   require(bytes_of(job.input) == bytes, "the input stays as it is");
@@ -122,7 +122,7 @@ void run_l2h_target(std::string_view bytes) {
     require(lines == report.written, "as many lines as were reported are in the CSV");
     const auto quotes = static_cast<std::size_t>(std::ranges::count(csv, '"'));
     require(quotes == lines * 30, "every line has fifteen columns");
-    report_text(report);
+    report_text(report, Front::kWindow);
   } catch (const Error&) {
   }
   require(bytes_of(job.input) == bytes, "the input stays as it is");
@@ -141,7 +141,7 @@ void run_adif_to_zlog_target(std::string_view bytes) {
             "as many records as were reported are in the .ZLO");
     require(count_all_contacts(job.output(".all")) == report.written,
             "as many lines as were reported are in the .ALL");
-    report_text(report);
+    report_text(report, Front::kWindow);
   } catch (const Error&) {
   }
   require(bytes_of(job.input) == bytes, "the input stays as it is");

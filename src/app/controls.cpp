@@ -47,7 +47,9 @@ MainControls::MainControls() {
   cmdOutput.text = "出力先…";
   cmdOutput.tip = "出力のファイルを選びます (別のログを開くまで)";
   cmdStop.text = "中止 (Esc)";
-  cmdStop.visible = cmdReport.visible = false;
+  cmdStop.enabled = false;
+  cmdReport.colour = Colour::kLightBlue;
+  cmdReport.visible = false;
   constexpr std::string_view kChecks[] = {
       "",
       "Ｒｍｋｓ １",

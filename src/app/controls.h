@@ -67,7 +67,7 @@ struct MainControls {
   double progress = 0;  // 0 .. 1, or kBusy
 
   Control cmdH2L, cmdeqsl, cmdL2H, cmdEnd, cmdOutput;
-  Control cmdStop;                // visible while a run goes on, when all else is disabled
+  Control cmdStop;                // enabled while a run goes on, when all else is not
   Control cmdReport;              // visible when there is a report to read
   std::array<Control, 17> Check;  // Check1 to Check16
   std::array<Control, 4> Option1;

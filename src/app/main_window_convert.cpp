@@ -37,7 +37,7 @@ const PlaceTables& MainWindow::place_tables() {
 }
 
 void MainWindow::set_running(bool running) {
-  running_ = controls.cmdStop.visible = running;
+  running_ = controls.cmdStop.enabled = running;
 }
 
 RunContext MainWindow::context_for(double& bar) {
@@ -118,9 +118,10 @@ void MainWindow::show_result() {
                          : report_.stopped_by ? "中止しました"
                                               : "処理終了";
   if (failed) controls.lblMsg.colour = Colour::kLightRed;
-  controls.lblNotes.text = file_notes(report_);
+  controls.lblNotes.text = file_notes(report_, Front::kWindow);
   if (report_.stopped_by && stop_wished_) controls.lblNotes.text += *report_.stopped_by + "\n";
-  controls.mnuDisp_report.enabled = !report_text(report_).empty() || report_.stopped_by;
+  controls.mnuDisp_report.enabled =
+      !report_text(report_, Front::kWindow).empty() || report_.stopped_by;
   const std::size_t told = report_.findings.about_contacts();
   controls.cmdReport.text = "お知らせが " + std::to_string(told) + " 件あります";
   controls.cmdReport.visible = told > 0;
@@ -263,7 +264,10 @@ void MainWindow::download_jarl() {
              text + jcc_text({lists.build, changes, {}}) + plain_http_text(lists.plain_http) +
                  "\n取得しました。「JCC , JCG , 区リストの作成」で変換に使えるようになります。");
       } catch (const Error& error) {
-        tell(Shell::Icon::kCritical, "JCC , JCG  , 区リスト", error.what());
+        tell(Shell::Icon::kCritical, "JCC , JCG  , 区リスト",
+             std::string(error.what()) +
+                 "\n\n今のリストはそのままです。ネットワークを確かめて、後でもう一度取得して下さい"
+                 "。");
       }
       shell_.mirror();
     });
@@ -277,6 +281,13 @@ bool MainWindow::replace_anyhow(const std::string& title, const std::string& ref
 void MainWindow::make_jcc_master() {
   const char* const title = "JCC , JCG , 区リストの作成";
   const auto file = file_in(folder_, "JCC_JCG.mas");
+  std::error_code error;
+  for (const std::string_view list : kListFiles) {
+    if (fs::exists(file_in(folder_, list), error)) continue;
+    throw FileError(folder_,
+                    std::string(list) +
+                        " がありません。先に「JARL よりJCC , JCG  , 区リストの取得」をして下さい");
+  }
   JccRenewal renewal = renew_jcc_master(folder_, file, OnLoss::kRefuse, keep_rule());
   if (!renewal.refusal.empty()) {
     if (!replace_anyhow(title, renewal.refusal)) return;

@@ -33,7 +33,10 @@ void MainWindow::open_file(const fs::path& file) {
       if (lines.next(line)) first_line = line;
     }
     const auto kind = recognise_log(file, first_line);
-    if (!kind) throw FileError(file, "ログのファイルではないようです");
+    if (!kind)
+      throw FileError(file,
+                      "ログのファイルではないようです。Hamlog の CSV、zLog の .ALL か "
+                      ".ZLO、ADIF を開いて下さい");
     open_as(*kind, file);
   } catch (const std::exception& error) {
     tell(Shell::Icon::kCritical, "Tobarine", error.what());

@@ -164,7 +164,7 @@ void ZlogWindow::convert() {
                            : report_.stopped_by ? "中止しました"
                                                 : "処理終了";
     if (failed) controls.lblMsg.colour = Colour::kLightRed;
-    controls.lblNotes.text = report_text(report_);
+    controls.lblNotes.text = report_text(report_, Front::kWindow);
     if (report_.stopped_by && !failed) controls.lblNotes.text.insert(0, *report_.stopped_by + "\n");
     if (failed) tell(*report_.stopped_by);
   } catch (const std::exception& error) {

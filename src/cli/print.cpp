@@ -71,10 +71,10 @@ void print_run(const CliOptions& options, const RunNames& names, const Conversio
   }
   std::cout << "入力数: " << report.read << " 件\n変換数: " << report.written << " 件\n";
   std::cout << (report.stopped_by ? "途中で止まりました\n" : "処理終了\n");
-  if (options.report) std::cout << report_text(report);
+  if (options.report) std::cout << report_text(report, Front::kCommandLine);
   for (const std::string& output : names.outputs) std::cerr << "出力: " << output << '\n';
   if (options.report) return;
-  std::cerr << file_notes(report);
+  std::cerr << file_notes(report, Front::kCommandLine);
   if (const std::size_t told = report.findings.about_contacts(); told > 0) {
     std::cerr << "お知らせが " << told << " 件あります (--report で表示します)\n";
   }

@@ -7,18 +7,28 @@
 
 namespace tobarine {
 
-std::string file_notes(const ConversionReport& report) {
+namespace {
+
+void put_advice(FindingKind kind, Front front, std::string& text) {
+  const std::string_view advice = finding_advice(kind, front);
+  if (!advice.empty()) text.append("  → ").append(advice).append("\n");
+}
+
+}  // namespace
+
+std::string file_notes(const ConversionReport& report, Front front) {
   std::string text;
   for (const Finding& finding : report.findings.kept()) {
     if (finding.line != 0) continue;
     text.append(finding_heading(finding.kind));
     text.append(finding.text.empty() ? "" : ": ").append(visible(finding.text)).append("\n");
+    put_advice(finding.kind, front, text);
   }
   return text;
 }
 
-std::string report_text(const ConversionReport& report) {
-  std::string text = file_notes(report);
+std::string report_text(const ConversionReport& report, Front front) {
+  std::string text = file_notes(report, front);
   for (int k = 0; k < static_cast<int>(FindingKind::kCount); ++k) {
     const auto kind = static_cast<FindingKind>(k);
     const std::size_t count = report.findings.count(kind);
@@ -32,6 +42,7 @@ std::string report_text(const ConversionReport& report) {
     }
     if (items.empty()) continue;
     text.append(finding_heading(kind)).append(": ").append(std::to_string(count)).append(" 件\n");
+    put_advice(kind, front, text);
     text.append(items);
     if (count > FindingLog::kKept) {
       text.append("  ... 以下 ").append(std::to_string(count - FindingLog::kKept));

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "rules/finding_advice.h"
 #include "rules/findings.h"
 
 namespace tobarine {
@@ -20,14 +21,15 @@ struct ConversionReport {
   std::optional<std::string> stopped_by;
 };
 
-// The report as lines for people (UTF-8, each ended by LF); empty when there is nothing to tell.
-std::string report_text(const ConversionReport& report);
+// The report as lines for people (UTF-8, each ended by LF), with what can be done; empty when there
+// is nothing to tell.
+std::string report_text(const ConversionReport& report, Front front);
 
 // The findings that belong to a line as a table for spreadsheets: a heading row, then a row each,
 // ended by LF.
 std::string report_csv(const ConversionReport& report);
 
 // What concerns the whole file, a line each: everyone should read it.
-std::string file_notes(const ConversionReport& report);
+std::string file_notes(const ConversionReport& report, Front front);
 
 }  // namespace tobarine

@@ -13,7 +13,7 @@ namespace tobarine {
 
 FileEditor::FileEditor(std::filesystem::path file) : file_(std::move(file)) {
   const std::string bytes = read_whole_file(file_);
-  if (bytes.empty()) throw FileError(file_, "空のファイルは編集できません");
+  if (bytes.empty()) throw FileError(file_, "空なので編集するものがありません");
   const std::string utf8 = from_cp932(bytes);
   text_.reserve(utf8.size());
   for (std::size_t i = 0; i < utf8.size(); ++i) {

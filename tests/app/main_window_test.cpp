@@ -497,7 +497,7 @@ TEST_F(MainWindowTest, TheUserCanStopARun) {
   EXPECT_EQ(see().lblMsg.colour, Colour::kBlack);
   EXPECT_TRUE(contains(see().lblNotes.text, "そこまでに書いた交信は残っています"));
   EXPECT_TRUE(shell_.messages.empty());
-  EXPECT_FALSE(see().cmdStop.visible);
+  EXPECT_FALSE(see().cmdStop.enabled);
   EXPECT_EQ(see().lblInfo.text, "変換数: 8191 件");
   const std::string adif = TestFolder::bytes_of(folder_ / "long.adi");
   EXPECT_TRUE(adif.ends_with("<EOR>\r\n\r\n"));

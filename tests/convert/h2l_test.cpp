@@ -222,7 +222,19 @@ TEST(FindingLog, CountsBeyondWhatItKeeps) {
   }
   EXPECT_EQ(report.findings.count(FindingKind::kNoBand), 1500U);
   EXPECT_EQ(report.findings.kept().size(), 1000U);
-  EXPECT_TRUE(contains(report_text(report), "500 件は省略"));
+  EXPECT_TRUE(contains(report_text(report, Front::kWindow), "500 件は省略"));
+}
+
+// The window speaks of its menus, the command line of its commands.
+TEST(FindingAdvice, SpeaksTheWordsOfItsFront) {
+  for (int k = 0; k < static_cast<int>(FindingKind::kCount); ++k) {
+    const auto kind = static_cast<FindingKind>(k);
+    for (const std::string_view words :
+         {finding_heading(kind), finding_advice(kind, Front::kWindow)}) {
+      EXPECT_FALSE(contains(words, "tobarine-cli") || contains(words, "--set")) << words;
+    }
+    EXPECT_FALSE(contains(finding_advice(kind, Front::kCommandLine), "[ Tool ]"));
+  }
 }
 
 }  // namespace

@@ -67,7 +67,7 @@ TEST_F(L2h, SomeFieldsCarryOverAndAreTold) {
   EXPECT_TRUE(contains(csv, "\"HL2AA\",\"24/05/01\",\"02:00U\",\"59\""));
   EXPECT_FALSE(contains(csv.substr(csv.find("HL2AA")), "\"x\""));
   EXPECT_FALSE(contains(csv.substr(csv.find("HL2AA")), "CQZ"));
-  EXPECT_TRUE(contains(report_text(report_), "HL2AA  QSO_DATE, RST_SENT"));
+  EXPECT_TRUE(contains(report_text(report_, Front::kWindow), "HL2AA  QSO_DATE, RST_SENT"));
 }
 
 TEST_F(L2h, CodesAndPlaces) {

@@ -107,6 +107,11 @@ TEST_F(ReportTest, SortsSearchesAndSaves) {
     of_kinds += shown_rows();
   }
   EXPECT_EQ(of_kinds, all);
+  const auto advised = [&](FindingKind kind) {
+    kinds->setCurrentIndex(kinds->findData(static_cast<int>(kind)));
+    return report_->findChild<QLabel*>("lblAdvice")->text().toStdString();
+  };
+  EXPECT_TRUE(contains(advised(FindingKind::kUnknownCode), "[ Tool ] の「Hamlog の Code を"));
   kinds->setCurrentIndex(0);
   QTest::keySequence(report_, QKeySequence(QKeySequence::Find));
   auto* const wanted = report_->findChild<QLineEdit*>("txtFind");
@@ -127,7 +132,7 @@ TEST(PlacementTest, AWindowStandsBesideAnotherWhereThereIsRoom) {
   EXPECT_EQ(place_beside(screen, {0, 0, 864, 688}, wanted), QRect(864, 0, 502, 560));
   EXPECT_EQ(place_beside(screen, {502, 20, 864, 688}, wanted), QRect(0, 20, 502, 560));
   EXPECT_EQ(place_beside(screen, {303, 0, 760, 460}, wanted), QRect(303, 460, 820, 308));
-  EXPECT_TRUE(place_beside(screen, {251, 40, 864, 688}, wanted).isNull());
+  EXPECT_EQ(place_beside(screen, {251, 40, 864, 688}, wanted), QRect(546, 384, 820, 384));
 }
 
 TEST_F(WindowTest, TheEditorSavesUndoesAndAsks) {

@@ -116,12 +116,12 @@ TEST_F(ZlogOut, TimesAreInTheZonesThatTheSettingsName) {
   run(contact("", "1500"));
   EXPECT_TRUE(all_[1].starts_with("2024/07/07 00:00 "));
   EXPECT_TRUE(contains(csv_[0], "\"24/07/06\",\"15:00U\""));
-  EXPECT_TRUE(contains(report_text(report_), ".zlo は UTC (ADIF のまま)"));
+  EXPECT_TRUE(contains(report_text(report_, Front::kWindow), ".zlo は UTC (ADIF のまま)"));
   EXPECT_EQ(read_contest(folder_ / "out.zlo").zone, 'U');
   set("utc_jst_str", "ALL_J");
   run(contact("", "1500"));
   EXPECT_TRUE(contains(csv_[0], "\"24/07/07\",\"00:00J\""));
-  EXPECT_TRUE(contains(report_text(report_), ".zlo は JST"));
+  EXPECT_TRUE(contains(report_text(report_, Front::kWindow), ".zlo は JST"));
   EXPECT_EQ(byte(0, zlo::kZone), 0xE4U);
   EXPECT_EQ(byte(0, zlo::kZone + 1), 0xFDU);
   EXPECT_EQ(read_contest(folder_ / "out.zlo").zone, 'J');
@@ -175,7 +175,7 @@ TEST_F(ZlogOut, FrequenciesThatTheMemoCannotHoldAreReported) {
   run(contact("<BAND:2>2M<FREQ:5>144.2") + contact("") + contact("<FREQ:8>7.025000") +
       bandless("<BAND:4>160M<FREQ:5>1.909") + bandless("<BAND:4>160M"));
   EXPECT_EQ(told(FindingKind::kZlogFreqDropped), 1U);
-  EXPECT_TRUE(contains(report_text(report_), "kHz より下の桁: 1 件の交信"));
+  EXPECT_TRUE(contains(report_text(report_, Front::kWindow), "kHz より下の桁: 1 件の交信"));
 }
 
 TEST_F(ZlogOut, ContactsWithoutDateOrCallAreLeftOut) {

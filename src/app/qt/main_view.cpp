@@ -111,6 +111,15 @@ void MainView::mirror() {
   mirror_progress();
   if (commands_->accepted()) {
     remember_recent_file(QString::fromStdU16String(commands_->input().u16string()), true);
+    if (focusWidget() == centralWidget()) offer_conversion();
+  }
+}
+
+// The conversion that can be done next has the focus, unless the user has put it elsewhere.
+void MainView::offer_conversion() {
+  for (const char* const name : {"cmdH2L", "cmdL2H"}) {
+    auto* const button = qobject_cast<QWidget*>(controls_[name]);
+    if (button->isEnabled()) button->setFocus();
   }
 }
 

@@ -59,6 +59,7 @@ class MainView : public QMainWindow {
   Widget* add(const QString& name, QWidget* parent = nullptr);
   void connect_options();
   void find_controls();
+  void offer_conversion();
   void suspend();
   void resume();
   void open_recent_file(const QString& file);

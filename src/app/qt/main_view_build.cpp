@@ -149,9 +149,6 @@ QWidget* MainView::build_progress() {
   auto* const stop = add<QPushButton>("cmdStop");
   // Enter was meant for the button that began the run; Esc stops it.
   stop->setFocusPolicy(Qt::NoFocus);
-  QSizePolicy place = stop->sizePolicy();
-  place.setRetainSizeWhenHidden(true);
-  stop->setSizePolicy(place);
   connect(stop, &QPushButton::clicked, this, [this] { wants_to_stop(); });
   auto* const layout = row();
   layout->addWidget(progress_, 1);
@@ -369,7 +366,10 @@ void MainView::build() {
   all->addWidget(scroll, 1);
   auto* const content = new QWidget;
   content->setLayout(all);
+  // Enter is not to press whatever button comes first before there is something to do.
+  content->setFocusPolicy(Qt::ClickFocus);
   setCentralWidget(content);
+  content->setFocus();
 }
 
 }  // namespace tobarine

@@ -35,6 +35,7 @@ void set_colour(QWidget& widget, Colour colour) {
   if (palette.color(QPalette::Active, QPalette::WindowText) == wanted) return;
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
     palette.setColor(group, QPalette::WindowText, wanted);
+    palette.setColor(group, QPalette::ButtonText, wanted);
   }
   widget.setPalette(palette);
 }

@@ -1,7 +1,6 @@
 #include "app/qt/report_view.h"
 
 #include <QHeaderView>
-#include <QLabel>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QStatusBar>
@@ -47,6 +46,7 @@ ReportView::ReportView(const ConversionReport& report, const std::filesystem::pa
       show_line_(std::move(show_line)),
       kinds_(new QComboBox),
       wanted_(new QLineEdit),
+      advice_(new QLabel),
       tree_(new QTreeWidget) {
   setObjectName("frmReport");
   setWindowTitle(shown_line(path_text(input.filename())) + " - 変換の報告");
@@ -60,13 +60,17 @@ ReportView::ReportView(const ConversionReport& report, const std::filesystem::pa
   tree_->setObjectName("treeReport");
   tree_->setAccessibleName("変換の報告");
   add_rows();
-  auto* const notes = new QLabel(shown_lines(report_.stopped_by.value_or("") +
-                                             (report_.stopped_by ? "\n" : "") + file_notes(report_))
-                                     .trimmed());
+  auto* const notes =
+      new QLabel(shown_lines(report_.stopped_by.value_or("") + (report_.stopped_by ? "\n" : "") +
+                             file_notes(report_, Front::kWindow))
+                     .trimmed());
   notes->setObjectName("lblNotes");
   notes->setTextFormat(Qt::PlainText);
   notes->setWordWrap(true);
   notes->setVisible(!notes->text().isEmpty());
+  advice_->setObjectName("lblAdvice");
+  advice_->setTextFormat(Qt::PlainText);
+  advice_->setWordWrap(true);
   auto* const choice = new QHBoxLayout;
   choice->addWidget(kinds_, 2);
   choice->addWidget(wanted_, 1);
@@ -76,10 +80,12 @@ ReportView::ReportView(const ConversionReport& report, const std::filesystem::pa
   layout->addWidget(notes);
   layout->addLayout(choice);
   layout->addWidget(tree_, 1);
+  layout->addWidget(advice_);
   setCentralWidget(content);
   add_menus();
   connect(kinds_, &QComboBox::currentIndexChanged, this, [this] { filter(); });
   connect(wanted_, &QLineEdit::textChanged, this, [this] { filter(); });
+  connect(tree_, &QTreeWidget::currentItemChanged, this, [this] { show_advice(); });
   connect(tree_, &QTreeWidget::itemActivated, this, [this](auto* item) { choose(*item); });
   connect(tree_, &QTreeWidget::itemClicked, this, [this](auto* item) { choose(*item); });
   filter();
@@ -159,6 +165,19 @@ void ReportView::filter() {
                                                  : QString("%1 件を表示").arg(shown);
   if (!report_.in_records && shown > 0) text += "。行を押すと入力のその行が出ます";
   statusBar()->showMessage(text);
+  show_advice();
+}
+
+// Of the kind that is filtered for, else of the current row's.
+void ReportView::show_advice() {
+  int kind = kinds_->currentData().toInt();
+  if (const auto* const row = tree_->currentItem(); kind < 0 && row != nullptr) {
+    kind = row->data(0, kKindRole).toInt();
+  }
+  const std::string_view advice =
+      kind < 0 ? std::string_view()
+               : finding_advice(static_cast<FindingKind>(kind), Front::kWindow);
+  advice_->setText(advice.empty() ? QString() : "すること: " + shown_line(advice));
 }
 
 void ReportView::choose(const QTreeWidgetItem& item) {
@@ -168,7 +187,7 @@ void ReportView::choose(const QTreeWidgetItem& item) {
 
 void ReportView::save(const std::filesystem::path& file) const {
   const bool table = equal_ignoring_case(path_text(file.extension()), ".csv");
-  std::string text = table ? report_csv(report_) : report_text(report_);
+  std::string text = table ? report_csv(report_) : report_text(report_, Front::kWindow);
   replace_all(text, "\n", "\r\n");
   // UTF-8 with its mark: editors and spreadsheets know it, and every character has its place.
   replace_file(file, "\xEF\xBB\xBF" + text);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QTreeWidget>
@@ -29,12 +30,14 @@ class ReportView : public QMainWindow {
   void ask_and_save();
   void filter();
   void choose(const QTreeWidgetItem& item);
+  void show_advice();
 
   ConversionReport report_;
   std::filesystem::path input_;
   ShowLine show_line_;
   QComboBox* kinds_;
   QLineEdit* wanted_;
+  QLabel* advice_;  // on the kind of the finding that is chosen
   QTreeWidget* tree_;
 };
 

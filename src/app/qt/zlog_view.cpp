@@ -210,7 +210,7 @@ void ZlogView::mirror() {
       notes_->toPlainText() != notes) {
     notes_->setPlainText(notes);
   }
-  stop_->setVisible(commands_.running());
+  stop_->setEnabled(commands_.running());
   progress_->setTextVisible(commands_.running());
   for (QWidget* const widget : idle_) widget->setEnabled(!commands_.running());
   if (commands_.running()) qobject_cast<QWidget*>(controls_["cmdOutput"])->setEnabled(false);

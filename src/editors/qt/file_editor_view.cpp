@@ -49,7 +49,8 @@ FileEditorView::FileEditorView(const std::filesystem::path& file)
   edit_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   edit_->setPlainText(QString::fromStdString(editor_.text()));
   if (text().toStdString() != editor_.text()) {
-    throw FileError(file, "編集できない制御文字があります");  // saving would change them
+    // Saving would change them.
+    throw FileError(file, "ここでは編集できない制御文字があります。ほかのエディターで直して下さい");
   }
   edit_->document()->setModified(false);
   auto* const find_bar = new FindBar(

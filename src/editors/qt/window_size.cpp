@@ -19,7 +19,9 @@ QRect place_beside(const QRect& screen, const QRect& other, const QSize& wanted)
   consider({QPoint(screen.left(), top), QPoint(other.left() - 1, screen.bottom())}, Qt::AlignRight);
   consider({QPoint(left, other.bottom() + 1), screen.bottomRight()}, Qt::AlignTop);
   consider({QPoint(left, screen.top()), QPoint(screen.right(), other.top() - 1)}, Qt::AlignBottom);
-  return best;
+  if (!best.isNull()) return best;
+  const QSize size = wanted.boundedTo({screen.width(), screen.height() / 2});
+  return {QPoint(screen.right() - size.width() + 1, screen.bottom() - size.height() + 1), size};
 }
 
 void stand_beside(QWidget& window, const QWidget& other) {
@@ -27,7 +29,6 @@ void stand_beside(QWidget& window, const QWidget& other) {
   const QSize frame = with_frame.size() - other.size();
   const QRect place =
       place_beside(other.screen()->availableGeometry(), with_frame, window.size() + frame);
-  if (place.isNull()) return;
   window.resize(place.size() - frame);
   window.move(place.topLeft());
 }

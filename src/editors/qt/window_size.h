@@ -12,10 +12,10 @@ inline void resize_within_screen(QWidget& window, const QSize& wanted) {
 }
 
 // The place for a window of at most the wanted size on the side of another where there is most
-// room, so that neither hides the other. Nothing (a null rectangle) where no side has enough.
+// room, so that neither hides the other; where no side has enough, at the foot of the screen.
 QRect place_beside(const QRect& screen, const QRect& other, const QSize& wanted);
 
-// Puts a window that is not shown yet beside another, when there is room.
+// Puts a window that is not shown yet beside another.
 void stand_beside(QWidget& window, const QWidget& other);
 
 }  // namespace tobarine
