@@ -39,8 +39,15 @@ export DISPLAY=:87 LC_ALL=C.UTF-8 TOBARINE_HOME="$work/home" XDG_CONFIG_HOME="$w
 export QT_SCALE_FACTOR="$scale"
 if [ -n "$dark" ]; then
   mkdir -p "$XDG_CONFIG_HOME/qt6ct"
-  printf '[Appearance]\nstyle=Fusion\ncustom_palette=true\ncolor_scheme_path=%s\n' \
-    /usr/share/qt6ct/colors/darker.conf >"$XDG_CONFIG_HOME/qt6ct/qt6ct.conf"
+  cat >"$XDG_CONFIG_HOME/qt6ct/qt6ct.conf" <<'CONF'
+[Appearance]
+style=Fusion
+custom_palette=true
+color_scheme_path=/usr/share/qt6ct/colors/darker.conf
+[Fonts]
+general="Sans,9,-1,5,50,0,0,0,0,0"
+fixed="Monospace,9,-1,2,50,0,0,0,0,0"
+CONF
   export QT_QPA_PLATFORMTHEME=qt6ct
 fi
 Xvfb "$DISPLAY" -screen 0 1366x768x24 >/dev/null 2>&1 &
@@ -135,7 +142,7 @@ key alt+h
 screen ask_output
 end
 begin
-for _ in $(seq 14); do cat "$logs/hamlog.csv" "$logs/hamlog.csv" >"$logs/long.csv"; cp "$logs/long.csv" "$logs/hamlog.csv"; done
+for _ in $(seq 16); do cat "$logs/hamlog.csv" "$logs/hamlog.csv" >"$logs/long.csv"; cp "$logs/long.csv" "$logs/hamlog.csv"; done
 end
 open_window long.csv
 key alt+h

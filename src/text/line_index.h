@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,7 +34,14 @@ class LineIndex {
  private:
   static constexpr std::size_t kStep = 64;  // the place of every 64th line is kept
   std::string decode(std::string_view bytes) const;
-  std::string lower_block(std::size_t from_step, std::size_t to_step) const;
+  std::string block(std::size_t from_step, std::size_t to_step) const;
+  struct Wanted {
+    std::string text;   // UTF-8, lower case
+    std::string bytes;  // as the file holds it, lower case; empty: it may do so in several ways
+  };
+  Wanted wanted(std::string_view text) const;
+  std::optional<std::size_t> find_in(const std::string& block, const Wanted& wanted,
+                                     std::size_t from, std::size_t before, bool last) const;
 
   std::filesystem::path file_;
   std::vector<std::uint64_t> offsets_;

@@ -209,6 +209,15 @@ TEST(LineIndex, SearchesBothWaysThroughManyBlocks) {
   EXPECT_EQ(backwards, forwards);
   EXPECT_EQ(index.find("a", 8), 20007U);  // "ア" is 83 41, "A" 41
   EXPECT_EQ(index.find_last("同じ", kLines), kLines - 1);
+  EXPECT_EQ(index.find_last("b", 8), 7U);
+  EXPECT_EQ(index.find("イうエ", 0), kLines);
+  // Two places in CP932 for one character, and bytes that lie across two characters
+  const std::string lines = "x\r\n\x87\x9A\r\n\x81\xE6\r\n" + to_cp932("亜亜");
+  const LineIndex twice(folder.file("t.txt", lines), [](std::string_view) {});
+  EXPECT_EQ(twice.find("∵", 0), 1U);
+  EXPECT_EQ(twice.find_last("∵", 4), 2U);
+  EXPECT_EQ(twice.find(from_cp932("\x9F\x88"), 0), 4U);
+  EXPECT_EQ(twice.find("亜亜", 0), 3U);
 }
 
 }  // namespace

@@ -79,8 +79,8 @@ ReportView::ReportView(const ConversionReport& report, const std::filesystem::pa
   layout->setContentsMargins(6, 4, 6, 0);
   layout->addWidget(notes);
   layout->addLayout(choice);
-  layout->addWidget(tree_, 1);
   layout->addWidget(advice_);
+  layout->addWidget(tree_, 1);
   setCentralWidget(content);
   add_menus();
   connect(kinds_, &QComboBox::currentIndexChanged, this, [this] { filter(); });

@@ -115,6 +115,7 @@ QWidget* ZlogView::build_options() {
   all->addWidget(framed("ＪＳＴ　， ＵＴＣ　変換", time));
   all->addWidget(framed("コンテストナンバー", numbers));
   all->addWidget(framed("転記", texts));
+  all->addStretch();
   auto* const widget = new QWidget;
   widget->setLayout(all);
   return widget;
@@ -170,7 +171,7 @@ void ZlogView::build() {
   scroll->setFocusPolicy(Qt::NoFocus);
   scroll->setWidget(build_options());
   idle_ << choices << scroll << menuBar();
-  all->addWidget(scroll, 4);
+  all->addWidget(scroll, 2);
   notes_->setMinimumHeight(3 * notes_->fontMetrics().lineSpacing());
   all->addWidget(notes_, 1);
   auto* const content = new QWidget;

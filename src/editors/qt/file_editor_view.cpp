@@ -154,12 +154,13 @@ void FileEditorView::show_saved(const FileEditor::Saved& saved, const std::strin
   if (saved.behind > 0) {
     text += "\n\n" + rest_note(saved.behind) +
             "\n(上書き保存ではファイルは短くなりません)\n"
-            "この窓に見える文だけのファイルにするには、「" +
+            "この窓に見える文だけのファイルにするには、\n「" +
             kSaveAs + "」を押して下さい。";
   }
   const auto box = message_box(this, QMessageBox::Information, "Tobarine", text);
   const QAbstractButton* const as_new =
       saved.behind == 0 ? nullptr : box->addButton(kSaveAs, QMessageBox::ActionRole);
+  box->setEscapeButton(QMessageBox::Ok);
   box->exec();
   if (as_new != nullptr && box->clickedButton() == as_new) ask_and_save_as();
 }

@@ -86,8 +86,9 @@ void GridView::show_cell(int row, int column) {
   const bool saved = editor_.usable(editor_row, 1);
   QTableWidgetItem& cell = *item(row, column);
   cell.setText(QString::fromStdString(editor_.cell(editor_row, editor_column)));
-  const QPalette::ColorGroup group = saved ? QPalette::Active : QPalette::Disabled;
-  cell.setForeground(palette().brush(group, QPalette::Text));
+  // Nothing set: the style's own colour, which follows the theme and a run.
+  const QBrush grey = palette().brush(QPalette::Disabled, QPalette::Text);
+  cell.setData(Qt::ForegroundRole, saved ? QVariant() : QVariant(grey));
   cell.setBackground(palette().brush(usable ? QPalette::Base : QPalette::Window));
   if (!saved) cell.setToolTip("この行は保存されません");
 }
