@@ -134,7 +134,12 @@ CodesLearned learn_codes(const fs::path& log, const CallAnalysis& calls, const f
   HamlogLineReader reader(log, info.utf8);
   QsoRecord record;
   FindingLog findings;
-  while (reader.next(record, findings)) learner.add(record.call, record.code, record.qso_date);
+  while (reader.next(record, findings)) {
+    learner.add(record.call, record.code, record.qso_date);
+    if (learner.codes() > CodeLearner::kMostCodes) {
+      throw FileError(log, "Code の種類が多すぎます。Hamlog の CSV ではないようです");
+    }
+  }
   CodesLearned learned{{}, {file_in(target, "h2l_cty.mas"), file_in(target, "l2h_cty.mas")}};
   refuse_shared_files({log}, {learned.files[0], learned.files[1]});
   HamlogToDxcc h2l;

@@ -33,11 +33,14 @@ class CodeLearner {
  public:
   static constexpr std::size_t kFewestContacts = 2;
   static constexpr std::size_t kClearMajorityPercent = 90;
+  static constexpr std::size_t kMostCodes = 5'000;  // no log holds more
 
   explicit CodeLearner(const CallAnalysis& analysis) : analysis_(analysis) {}
 
   // One contact of the log; codes below 501 are passed over. `date` is yyyymmdd.
   void add(std::string_view call, std::string_view code, std::string_view date);
+
+  std::size_t codes() const { return votes_.size(); }
 
   struct Tables {
     std::vector<CodeRow> h2l;

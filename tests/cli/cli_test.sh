@@ -215,6 +215,8 @@ check "codes from it" 0 '登録数: 0 件' "$cli" build codes slashes.csv
 printf 'W1AW,24/05/01,12:00U,59,59,14,CW,502A,,,,,,,\r\n' >codes.csv
 cat codes.csv codes.csv >codes2.csv
 check "learn codes" 0 '登録数: 1 件' "$cli" build codes codes2.csv
+awk 'BEGIN { for (; n < 6000; ++n) printf "W1AW,24/05/01,12:00U,59,59,14,CW,%d%c,,,,,,,\r\n", 501 + n % 498, 65 + n / 498 }' >many.csv
+refused "more codes than there are" "$cli" build codes many.csv
 check "learned code" 0 "^502A	291$" "$cli" lookup codes 502A
 printf '"1","A","B"\r\n"2"' >"$TOBARINE_HOME/Mode_tbl.ini"
 refused "damaged table" "$cli" h2l log.csv
