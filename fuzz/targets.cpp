@@ -10,7 +10,8 @@ namespace tobarine::fuzz {
 
 std::vector<Target> all_targets() {
   std::vector<Target> all;
-  for (const auto targets : {log_targets(), zlog_targets(), reference_targets(), run_targets()}) {
+  for (const auto targets :
+       {log_targets(), zlog_targets(), reference_targets(), run_targets(), window_targets()}) {
     all.insert(all.end(), targets.begin(), targets.end());
   }
   return all;

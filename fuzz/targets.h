@@ -24,6 +24,7 @@ std::span<const Target> log_targets();
 std::span<const Target> zlog_targets();
 std::span<const Target> reference_targets();
 std::span<const Target> run_targets();
+std::span<const Target> window_targets();
 
 std::vector<Target> all_targets();
 

@@ -29,12 +29,12 @@ bool is_page(std::string_view body) {
 
 std::string date_on_server(const JarlServer& server, std::string_view file, bool& plain_http) {
   try {
-    std::string date = ask(server, file, http_head, plain_http).last_modified;
+    std::string date = ask(server, file, server.head, plain_http).last_modified;
     if (!date.empty()) return date;
   } catch (const HttpError& error) {  // some servers only answer when the file itself is asked for
     if (error.kind() != HttpError::Kind::kAnswered) throw;
   }
-  HttpAnswer answer = ask(server, file, http_get, plain_http);
+  HttpAnswer answer = ask(server, file, server.get, plain_http);
   if (is_page(answer.body)) {
     throw NetworkError(base_of(server) + std::string(file), "リストではないようです");
   }
@@ -76,7 +76,7 @@ JarlDates jarl_dates(const JarlServer& server) {
 JarlLists fetch_jarl_lists(const JarlServer& server) {
   JarlLists result;
   for (std::size_t i = 0; i < kListFiles.size(); ++i) {
-    HttpAnswer answer = ask(server, kListFiles[i], http_get, result.plain_http);
+    HttpAnswer answer = ask(server, kListFiles[i], server.get, result.plain_http);
     result.lists[i] = std::move(answer.body);
     result.dates[i] = answer.last_modified.empty() ? stated_date(result.lists[i])
                                                    : std::move(answer.last_modified);

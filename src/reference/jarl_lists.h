@@ -13,12 +13,16 @@ namespace tobarine {
 
 inline constexpr const char* kJarlUrl = "https://www.jarl.org/Japanese/A_Shiryo/A-2_jcc-jcg/";
 
-// Where the lists stand, and how long to wait for them. An address of the user's own is taken as it
-// is; the default one is asked by https, and by plain http only when nobody listens for https
-// there.
+using HttpAsk = std::function<HttpAnswer(const std::string& url, const HttpLimits& limits)>;
+
+// Where the lists stand, how long to wait for them, and how to ask. An address of the user's own is
+// taken as it is; the default one is asked by https, and by plain http only when nobody listens for
+// https there.
 struct JarlServer {
   std::string url;  // empty: the default
   HttpLimits limits;
+  HttpAsk get = http_get;
+  HttpAsk head = http_head;
 };
 
 struct JarlDates {
@@ -49,7 +53,6 @@ JarlLists fetch_jarl_lists(const JarlServer& server);
 
 // Asks for an https address; for the same by http when nobody listens there, and from then on. Of
 // every other failure, above all a certificate that cannot be trusted, the HttpError goes on.
-using HttpAsk = std::function<HttpAnswer(const std::string& url, const HttpLimits& limits)>;
 HttpAnswer ask_securely(const std::string& https_url, const HttpLimits& limits, const HttpAsk& ask,
                         bool& plain_http);
 
