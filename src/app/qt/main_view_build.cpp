@@ -330,9 +330,7 @@ QWidget* MainView::build_grids() {
   grids->addWidget(note("注意 ： MODE に関して　Hamlog 側 ( CSV ) では\n"
                         "　　　　 ３文字迄との制限があります。"),
                    2, 1);
-  auto* const saving = add<QLabel>("lblSaving");
-  saving->setWordWrap(true);
-  grids->addWidget(saving, 3, 0, 1, 2);
+  grids->addWidget(add<PathLabel>("lblSaving"), 3, 0, 1, 2);
   auto* const widget = new QWidget;
   widget->setLayout(grids);
   return widget;
