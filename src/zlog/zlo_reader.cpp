@@ -4,7 +4,6 @@
 #include <bit>
 #include <chrono>
 #include <optional>
-#include <ranges>
 #include <ratio>
 #include <span>
 
@@ -94,7 +93,8 @@ void refuse_foreign_zlo(const std::filesystem::path& path) {
     throw FileError(path, file.bytes_read() == 0 ? "空のファイルです"
                                                  : "短すぎます (256 バイトの記録が一つもない)");
   }
-  if (std::ranges::equal(record | std::views::take(zlo::kZloxMagic.size()), zlo::kZloxMagic)) {
+  if (std::string_view(reinterpret_cast<const char*>(record.data()), record.size())
+          .starts_with(zlo::kZloxMagic)) {
     throw FileError(path,
                     "今の zLog の .ZLOX です。この形はまだ読めません。"
                     "zLog で .ALL か .ZLO として保存し直して下さい");

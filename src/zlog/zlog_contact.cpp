@@ -155,10 +155,78 @@ bool is_own(std::string_view name) {
          std::ranges::any_of(kOwnFields, same);
 }
 
-// A report's digits, "599"; false when it is none, as those in decibels.
-bool set_report(std::string_view text, unsigned& report) {
-  return read_value(text, report) && report <= std::numeric_limits<std::uint16_t>::max();
-}
+// One contact on its way to zLog; what finds no place is put down.
+class Taking {
+ public:
+  Taking(const Contact& contact, ZlogQso& qso) : contact_(contact), qso_(qso) {}
+
+  void freq_band_and_mode() {
+    const std::string_view mhz = contact_.get(Field::kFreq);
+    const auto hertz = hertz_of_mhz(mhz);
+    if (hertz) qso_.freq_khz = khz_of_mhz(trim(mhz));
+    check(hertz || mhz.empty(), "FREQ", mhz);
+    qso_.band = zlog_band(contact_.get(Field::kBand));
+    if (!contact_.has(Field::kBand) && hertz) qso_.band = zlog_band(band_of(*hertz));
+    std::string_view submode;
+    qso_.mode = zlog_mode(contact_, submode);
+    check(submode.empty(), "SUBMODE", submode);
+  }
+
+  void reports_and_numbers() {
+    report(Field::kRstSent, qso_.rst_sent);
+    report(Field::kRstRcvd, qso_.rst_received);
+    qso_.sent_number = number_of(contact_, Field::kStx, Field::kStxString);
+    qso_.received_number = number_of(contact_, Field::kSrx, Field::kSrxString);
+    if (qso_.received_number.empty()) qso_.received_number = contact_.get(kOtherExchange);
+    const std::string_view power = contact_.get(Field::kTxPwr);
+    check(read_value(power, qso_.power2), "TX_PWR", power);
+  }
+
+  void own_fields() {
+    for (const OwnField& own : kOwnFields) {
+      std::string_view value = contact_.get(own.name);
+      if (value.empty() && !own.other.empty()) value = contact_.get(own.other);
+      const auto read = [&](auto member) { return read_value(value, qso_.*member); };
+      check(std::visit(read, own.member), own.name, value);
+    }
+    unsigned wish = 0;
+    const bool well = read_value(contact_.get(kOwnQsl), wish) && wish <= 2;
+    qso_.qsl_wish = well ? static_cast<QslWish>(wish) : QslWish::kNone;
+    check(well, kOwnQsl, contact_.get(kOwnQsl));
+  }
+
+  // Fields that zLog has no place for.
+  void other_fields() {
+    for (std::size_t i = 0; i < contact_.size(); ++i) {
+      const Contact::Entry entry = contact_[i];
+      const bool taken = entry.field == Field::kOther
+                             ? is_own(entry.name)
+                             : std::ranges::find(kHeld, entry.field) != std::end(kHeld);
+      check(taken, entry.name, entry.value);
+    }
+  }
+
+  const std::string& lost() const { return lost_; }
+
+ private:
+  void check(bool well, std::string_view name, std::string_view value) {
+    if (well) return;
+    lost_.append(lost_.empty() ? "" : "、").append(name).append("「").append(value).append("」");
+  }
+
+  // The digits of "599"; those in decibels have no place.
+  void report(Field field, unsigned& report) {
+    const std::string_view text = contact_.get(field);
+    const bool well =
+        read_value(text, report) && report <= std::numeric_limits<std::uint16_t>::max();
+    if (!well) report = 0;
+    check(well, field_name(field), text);
+  }
+
+  const Contact& contact_;
+  ZlogQso& qso_;
+  std::string lost_;
+};
 
 }  // namespace
 
@@ -195,58 +263,20 @@ void contact_from_zlog(const ZlogQso& qso, const ZlogHead& head, Contact& contac
 void zlog_from_contact(const Contact& contact, bool form_has_freq, ZlogQso& qso,
                        FindingLog& findings) {
   qso = {};
-  std::string lost;
-  const auto lose = [&lost](std::string_view name, std::string_view value) {
-    lost.append(lost.empty() ? "" : "、").append(name).append("「").append(value).append("」");
-  };
-  const auto check = [&](bool well, std::string_view name, std::string_view value) {
-    if (!well) lose(name, value);
-  };
   qso.call = contact.get(Field::kCall);
   qso.moment = contact.moment();
-  const std::string_view mhz = contact.get(Field::kFreq);
-  const auto hertz = hertz_of_mhz(mhz);
-  if (hertz) qso.freq_khz = khz_of_mhz(trim(mhz));
-  check(hertz || mhz.empty(), "FREQ", mhz);
-  qso.band = zlog_band(contact.get(Field::kBand));
-  if (!contact.has(Field::kBand) && hertz) qso.band = zlog_band(band_of(*hertz));
-  std::string_view submode;
-  qso.mode = zlog_mode(contact, submode);
-  check(submode.empty(), "SUBMODE", submode);
-  for (const auto& [field, report] :
-       {std::pair(Field::kRstSent, &qso.rst_sent), std::pair(Field::kRstRcvd, &qso.rst_received)}) {
-    if (set_report(contact.get(field), *report)) continue;
-    *report = 0;
-    lose(field_name(field), contact.get(field));
-  }
-  qso.sent_number = number_of(contact, Field::kStx, Field::kStxString);
-  qso.received_number = number_of(contact, Field::kSrx, Field::kSrxString);
-  if (qso.received_number.empty()) qso.received_number = contact.get(kOtherExchange);
   qso.operator_name = contact.get(Field::kOperator);
-  check(read_value(contact.get(Field::kTxPwr), qso.power2), "TX_PWR", contact.get(Field::kTxPwr));
   qso.memo = contact.get(Field::kComment);
+  Taking taking(contact, qso);
+  taking.freq_band_and_mode();
+  taking.reports_and_numbers();
+  taking.own_fields();
+  taking.other_fields();
   if (!form_has_freq && !qso.freq_khz.empty()) {
     qso.memo.insert(0, "(" + qso.freq_khz + (qso.memo.empty() ? ")" : ") "));
   }
-  for (const OwnField& own : kOwnFields) {
-    std::string_view value = contact.get(own.name);
-    if (value.empty() && !own.other.empty()) value = contact.get(own.other);
-    const auto read = [&](auto member) { return read_value(value, qso.*member); };
-    check(std::visit(read, own.member), own.name, value);
-  }
-  unsigned wish = 0;
-  const bool well = read_value(contact.get(kOwnQsl), wish) && wish <= 2;
-  qso.qsl_wish = well ? static_cast<QslWish>(wish) : QslWish::kNone;
-  check(well, kOwnQsl, contact.get(kOwnQsl));
-  for (std::size_t i = 0; i < contact.size(); ++i) {
-    const Contact::Entry entry = contact[i];
-    const bool taken = entry.field == Field::kOther
-                           ? is_own(entry.name)
-                           : std::ranges::find(kHeld, entry.field) != std::end(kHeld);
-    if (!taken) lose(entry.name, entry.value);
-  }
-  if (!lost.empty()) {
-    findings.add(FindingKind::kFieldNotHeld, contact.origin.line, qso.call, lost);
+  if (!taking.lost().empty()) {
+    findings.add(FindingKind::kFieldNotHeld, contact.origin.line, qso.call, taking.lost());
   }
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kSecondsADay = 86400;
 constexpr std::int64_t kDayZero = -25569 * std::int64_t{86400};  // 1899-12-30, seconds from 1970
-constexpr std::int64_t kJstAhead = 9 * 3600;
+constexpr std::int64_t kJstAhead = 9 * std::int64_t{3600};
 constexpr double kDayAfterLast = 2958466;  // the year 10000
 
 std::int64_t ahead_of_utc(Zone zone) {
