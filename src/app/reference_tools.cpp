@@ -129,6 +129,7 @@ JccRenewal renew_jcc_master(const fs::path& lists_folder, const fs::path& output
 }
 
 CodesLearned learn_codes(const fs::path& log, const CallAnalysis& calls, const fs::path& target) {
+  const InputWatch watch(log);
   const HamlogCsvInfo info = check_hamlog_csv(log);
   CodeLearner learner(calls);
   HamlogLineReader reader(log, info.utf8);
@@ -140,6 +141,7 @@ CodesLearned learn_codes(const fs::path& log, const CallAnalysis& calls, const f
       throw FileError(log, "Code の種類が多すぎます。Hamlog の CSV ではないようです");
     }
   }
+  watch.check();
   CodesLearned learned{{}, {file_in(target, "h2l_cty.mas"), file_in(target, "l2h_cty.mas")}};
   refuse_shared_files({log}, {learned.files[0], learned.files[1]});
   HamlogToDxcc h2l;

@@ -17,6 +17,7 @@
 #include "hamlog/hdb_reader.h"
 #include "text/error.h"
 #include "text/input_file.h"
+#include "text/readable_input.h"
 #include "text/temporary_file.h"
 #include "zlog/all_reader.h"
 #include "zlog/contest.h"
@@ -27,15 +28,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::optional<LogKind> recognise(const fs::path& input) {
-  if (const auto kind = recognise_log(input, {})) return kind;  // a binary log has no first line
-  LineReader lines(input);
+std::optional<LogKind> recognise(const Session& session) {
+  const fs::path& name = session.options().input;
+  if (const auto kind = recognise_log(name, {})) return kind;  // a binary log has no first line
+  LineReader lines(session.input());
   std::string_view line;
-  return recognise_log(input, lines.next(line) ? line : std::string_view());
+  return recognise_log(name, lines.next(line) ? line : std::string_view());
 }
 
 // The kind of the input, which must be one that the conversion takes.
-LogKind input_kind(const CliOptions& options, LogKindInfo::Input wanted) {
+LogKind input_kind(const Session& session, LogKindInfo::Input wanted) {
+  const CliOptions& options = session.options();
   if (!options.kind.empty()) {
     const auto kind = log_kind_from_name(options.kind);
     if (!kind || log_kind_info(*kind).input != wanted) {
@@ -43,17 +46,46 @@ LogKind input_kind(const CliOptions& options, LogKindInfo::Input wanted) {
     }
     return *kind;
   }
-  const auto kind = recognise(options.input);
+  const auto kind = recognise(session);
   if (!kind && wanted == LogKindInfo::kL2h) return LogKind::kAdif;  // the run looks for itself
-  if (!kind) throw FileError(options.input, "ファイルの種類が分かりません (--kind で指定できます)");
+  if (!kind)
+    throw FileError(session.input(), "ファイルの種類が分かりません (--kind で指定できます)");
   if (log_kind_info(*kind).input != wanted) {
     const std::string way_back =
         kind == LogKind::kAdif ? "。Hamlog の CSV にするなら l2h を使って下さい" : "";
-    throw FileError(options.input, "この変換の入力ではありません (" +
-                                       std::string(log_kind_info(*kind).label) + ")" + way_back);
+    throw FileError(session.input(), "この変換の入力ではありません (" +
+                                         std::string(log_kind_info(*kind).label) + ")" + way_back);
   }
   return *kind;
 }
+
+// The one output of a conversion: a file, or standard output by way of a scratch file.
+class Output {
+ public:
+  Output(const Session& session, std::string_view extension) {
+    const CliOptions& options = session.options();
+    if (options.output == kStandard) {
+      path_ = scratch_.emplace(temporary_folders(session.folder()), "output").path();
+    } else if (!options.output.empty()) {
+      path_ = options.output;
+    } else if (session.input_was_copied()) {
+      throw UsageError(
+          "標準入力やパイプから読む時は、出力を -o で指定して下さい (-o - は標準出力です)");
+    } else {
+      path_ = output_path(options.input, extension);
+    }
+  }
+
+  const fs::path& path() const { return path_; }
+
+  void hand_over() const {
+    if (scratch_) copy_to_standard_output(path_);
+  }
+
+ private:
+  std::optional<ScratchFile> scratch_;
+  fs::path path_;
+};
 
 // What the user says of the zone of a zLog log: of a .ZLO, which tells itself, with --set only.
 std::optional<char> chosen_zone(const Session& session, LogKind kind) {
@@ -72,8 +104,12 @@ int finish(Session& session, LogKind kind, const std::vector<fs::path>& outputs,
     }
   }
   session.trace("変換数: " + std::to_string(report.written));
-  RunNames names{log_kind_info(kind).name, path_text(fs::absolute(options.input)), {}};
-  for (const fs::path& output : outputs) names.outputs.push_back(path_text(fs::absolute(output)));
+  const bool piped = options.input == kStandard;
+  RunNames names{
+      log_kind_info(kind).name, piped ? "-" : path_text(fs::absolute(options.input)), {}};
+  for (const fs::path& output : outputs) {
+    names.outputs.push_back(options.output == kStandard ? "-" : path_text(fs::absolute(output)));
+  }
   print_run(options, names, report);
   return report.stopped_by ? 1 : 0;
 }
@@ -106,17 +142,16 @@ struct FromAdifTables {
 
 int convert_h2l(Session& session) {
   const CliOptions& options = session.options();
-  const LogKind kind = input_kind(options, LogKindInfo::kH2l);
-  const fs::path output =
-      options.output.empty() ? output_path(options.input, "adi") : fs::path(options.output);
+  const LogKind kind = input_kind(session, LogKindInfo::kH2l);
+  const Output output(session, "adi");
   H2lJob job;
-  job.input = options.input;
-  job.output = output;
+  job.input = session.input();
+  job.output = output.path();
   job.options = h2l_options(session.settings());
   job.source = log_kind_info(kind).source;
   job.zlog_zone = chosen_zone(session, kind);
   job.intermediate = options.keep_intermediate;
-  session.will_write({output, job.intermediate});
+  session.will_write({job.output, job.intermediate});
   std::unique_ptr<HamlogLibrary> library;
   if (kind == LogKind::kHamlogHdb) {
     library = bind_hamlog_library(session.folder(),
@@ -127,7 +162,7 @@ int convert_h2l(Session& session) {
   if (!from_zlog && !options.keep_intermediate.empty()) {
     throw UsageError("--keep-intermediate は zLog のログのためのものです");
   }
-  std::optional<TemporaryFile> temporary;
+  std::optional<ScratchFile> temporary;
   if (from_zlog && job.intermediate.empty()) {
     job.intermediate = temporary.emplace(temporary_folders(session.folder()), "zlog_1").path();
   }
@@ -146,7 +181,8 @@ int convert_h2l(Session& session) {
     print_note(options,
                ".ALL の時刻を UTC として読みました。JST のログなら --set Op_3=1 を付けて下さい");
   }
-  return finish(session, kind, {output}, report);
+  output.hand_over();
+  return finish(session, kind, {output.path()}, report);
 }
 
 namespace {
@@ -167,26 +203,30 @@ AdifReading adif_reading(const CliOptions& options) {
 
 int convert_l2h(Session& session) {
   const CliOptions& options = session.options();
-  const LogKind kind = input_kind(options, LogKindInfo::kL2h);
-  const fs::path output =
-      options.output.empty() ? output_path(options.input, "csv") : fs::path(options.output);
-  const L2hJob job{options.input, output, l2h_options(session.settings(), option1_of(options.time)),
+  const LogKind kind = input_kind(session, LogKindInfo::kL2h);
+  const Output output(session, "csv");
+  const L2hJob job{session.input(), output.path(),
+                   l2h_options(session.settings(), option1_of(options.time)),
                    temporary_folders(session.folder()), adif_reading(options)};
-  session.will_write({output});
+  session.will_write({job.output});
   const FromAdifTables tables(session);
   L2hState fresh_start;
   const ConversionReport report = with_progress(options, [&](const RunContext& context) {
     return run_l2h(job, tables.conversion, tables.calls, tables.places, fresh_start, context);
   });
-  return finish(session, kind, {output}, report);
+  output.hand_over();
+  return finish(session, kind, {output.path()}, report);
 }
 
 int convert_adif_to_zlog(Session& session) {
   const CliOptions& options = session.options();
-  const LogKind kind = input_kind(options, LogKindInfo::kL2h);
-  const fs::path base = options.output.empty() ? output_path(options.input, "").replace_extension()
-                                               : fs::path(options.output);
-  const AdifToZlogJob job{options.input, base, adif_to_zlog_options(session.settings()),
+  const LogKind kind = input_kind(session, LogKindInfo::kL2h);
+  if (options.output == kStandard) {
+    throw UsageError("adif2zlog の出力は三つのファイルなので、-o - は使えません");
+  }
+  fs::path base = Output(session, "").path();
+  if (options.output.empty()) base.replace_extension();
+  const AdifToZlogJob job{session.input(), base, adif_to_zlog_options(session.settings()),
                           adif_reading(options)};
   session.will_write(job.outputs());
   const FromAdifTables tables(session);
@@ -199,8 +239,9 @@ int convert_adif_to_zlog(Session& session) {
 }
 
 int show_info(Session& session) {
-  const fs::path input = session.options().input;
-  const auto kind = recognise(input);
+  const fs::path& input = session.input();
+  const InputWatch watch(input);
+  const auto kind = recognise(session);
   if (!kind) throw FileError(input, "ファイルの種類が分かりません");
   LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}, {}, {}, {}};
   if (*kind == LogKind::kHamlogCsv) {
@@ -229,6 +270,7 @@ int show_info(Session& session) {
     info.contacts = info.contest->contacts;
     info.zone = zlo_zone(*info.contest, chosen_zone(session, *kind));
   }
+  watch.check();
   print_info(session.options(), info);
   return 0;
 }

@@ -48,8 +48,9 @@ class Parser {
                    {"eqsl Hamlog.csv -o eqsl.adi", "--set Chk_7=1 eqsl contest.zlo"});
     CLI::App* l2h =
         add(&app_, "l2h", "Logger32 や N1MM の ADIF を Hamlog の CSV に変換する", Command::kL2h);
-    add_path(l2h, "INPUT", o_.input, "入力ファイル")->required();
-    add_path(l2h, "-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .csv)");
+    add_path(l2h, "INPUT", o_.input, "入力ファイル (- は標準入力)")->required();
+    add_path(l2h, "-o,--output", o_.output,
+             "出力ファイル (無ければ入力と同じ所の .csv、- は標準出力)");
     l2h->add_option("--time", o_.time,
                     "時刻の変換: none 変換なし、jst 全てJST、utc 全てUTC、"
                     "ja JA局はJST")
@@ -59,14 +60,14 @@ class Parser {
     CLI::App* zlog =
         add(&app_, "adif2zlog", "N1MM などの ADIF を zLog の .all、.zlo と CSV に変換する",
             Command::kAdifToZlog);
-    add_path(zlog, "INPUT", o_.input, "入力ファイル")->required();
+    add_path(zlog, "INPUT", o_.input, "入力ファイル (- は標準入力)")->required();
     add_path(zlog, "-o,--output", o_.output,
              "出力 BASE.all、BASE.zlo、BASE.csv の BASE (無ければ入力と同じ所)");
     add_reading(zlog);
     examples(zlog, {"adif2zlog n1mm.adi -o contest",
                     "--set utc_jst_str=ALL_J --set TX_NR_001=1 adif2zlog n1mm.adi"});
     CLI::App* info = add(&app_, "info", "ファイルの種類と件数を表示する", Command::kInfo);
-    add_path(info, "INPUT", o_.input, "ログのファイル")->required();
+    add_path(info, "INPUT", o_.input, "ログのファイル (- は標準入力)")->required();
     examples(info, {"info contest.zlo", "--json info Hamlog.csv"});
     add_lookups();
     add_builders();
@@ -111,8 +112,9 @@ class Parser {
   void add_conversion(const char* name, const char* help, Command command,
                       std::initializer_list<std::string_view> lines) {
     CLI::App* sub = add(&app_, name, help, command);
-    add_path(sub, "INPUT", o_.input, "入力ファイル")->required();
-    add_path(sub, "-o,--output", o_.output, "出力ファイル (無ければ入力と同じ所の .adi)");
+    add_path(sub, "INPUT", o_.input, "入力ファイル (- は標準入力)")->required();
+    add_path(sub, "-o,--output", o_.output,
+             "出力ファイル (無ければ入力と同じ所の .adi、- は標準出力)");
     sub->add_option("--kind", o_.kind,
                     "入力の種類: csv、hdb、z_all、z_zlo (無ければ名前と一行目から判断)");
     add_path(sub, "--keep-intermediate", o_.keep_intermediate,

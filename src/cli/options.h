@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tobarine {
@@ -22,6 +23,9 @@ enum class Command {
   kJarlCheck,
   kJarlDownload
 };
+
+// As a file's name: standard input or output.
+inline constexpr std::string_view kStandard = "-";
 
 struct CliOptions {
   Command command = Command::kInfo;

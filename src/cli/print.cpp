@@ -10,8 +10,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-void print_json(const Json& json, int indent) {
-  std::cout << json.dump(indent, ' ', false, Json::error_handler_t::replace) << '\n';
+void print_json(const Json& json, int indent, std::ostream& out = std::cout) {
+  out << json.dump(indent, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
 Json findings_json(const FindingLog& findings) {
@@ -54,6 +54,7 @@ void print_note(const CliOptions& options, std::string_view text) {
 void print_run(const CliOptions& options, const RunNames& names, const ConversionReport& report) {
   if (report.stopped_by) std::cerr << "tobarine-cli: " << *report.stopped_by << '\n';
   if (options.quiet) return;
+  std::ostream& out = options.output == kStandard ? std::cerr : std::cout;
   if (options.json) {
     Json json = {{"kind", names.kind}, {"input", names.input}};
     if (names.outputs.size() == 1) {
@@ -66,12 +67,12 @@ void print_run(const CliOptions& options, const RunNames& names, const Conversio
     json["lines_are"] = report.in_records ? "records" : "lines";
     json["error"] = report.stopped_by ? Json(*report.stopped_by) : Json(nullptr);
     json["findings"] = findings_json(report.findings);
-    print_json(json, 2);
+    print_json(json, 2, out);
     return;
   }
-  std::cout << "入力数: " << report.read << " 件\n変換数: " << report.written << " 件\n";
-  std::cout << (report.stopped_by ? "途中で止まりました\n" : "処理終了\n");
-  if (options.report) std::cout << report_text(report, Front::kCommandLine);
+  out << "入力数: " << report.read << " 件\n変換数: " << report.written << " 件\n";
+  out << (report.stopped_by ? "途中で止まりました\n" : "処理終了\n");
+  if (options.report) out << report_text(report, Front::kCommandLine);
   for (const std::string& output : names.outputs) std::cerr << "出力: " << output << '\n';
   if (options.report) return;
   std::cerr << file_notes(report, Front::kCommandLine);

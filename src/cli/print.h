@@ -28,7 +28,8 @@ struct RunNames {
   std::vector<std::string> outputs;
 };
 
-// The counts and, as the options say, the report. A run that a record ended prints no "処理終了"
+// The counts and, as the options say, the report; on standard error when the output goes to
+// standard output. A run that a record ended prints no "処理終了"
 // and its message on standard error.
 void print_run(const CliOptions& options, const RunNames& names, const ConversionReport& report);
 

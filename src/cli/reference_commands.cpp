@@ -73,7 +73,7 @@ int build_dxcc(Session& session) {
   const fs::path output = options.output.empty() ? file_in(session.writable_folder(), "dxcc_hl.dat")
                                                  : fs::path(options.output);
   session.will_write({output});
-  const DxccRenewal renewal = renew_dxcc_file(options.input, session.folder(), output,
+  const DxccRenewal renewal = renew_dxcc_file(session.input(), session.folder(), output,
                                               on_loss(options), session.keep_rule());
   refuse_loss(renewal.refusal, output);
   print_dxcc_file(options, renewal.built, path_text(output));
@@ -105,7 +105,7 @@ int build_codes(Session& session) {
   const CliOptions& options = session.options();
   CallAnalysis calls;
   calls.load(session.folder());
-  print_learned(options, learn_codes(options.input, calls, session.writable_folder()));
+  print_learned(options, learn_codes(session.input(), calls, session.writable_folder()));
   return 0;
 }
 

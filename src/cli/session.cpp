@@ -31,7 +31,9 @@ std::vector<fs::path> files_of(const fs::path& folder) {
 Session::Session(const CliOptions& options)
     : options_(options),
       folder_(
-          locate_program_folder(folder_hints(options.home, executable_file(options.called_as)))) {
+          locate_program_folder(folder_hints(options.home, executable_file(options.called_as)))),
+      input_(options.input, temporary_folders(folder_.path)) {
+  remove_leftovers(folder_.path);
   for_each_piece(refresh_user_copy(folder_, !options.quiet), '\n', [&](std::string_view line) {
     if (!line.empty()) print_note(options, line);
   });
@@ -47,7 +49,7 @@ Session::Session(const CliOptions& options)
   }
   if (has_set("zlog_in_jst")) settings_.zlog_zone_chosen = "1";
   if (!options.trace.empty()) {
-    refuse_shared_files({options.input}, {options.trace});
+    refuse_shared_files({input()}, {options.trace});
     refuse_shared_files({}, {options.output, options.keep_intermediate, options.trace});
     const bool renewed = begins_with(options.trace, kTraceHeading);
     if (!renewed) refuse_shared_files(files_of(folder_.path), {options.trace});
@@ -61,7 +63,7 @@ Session::Session(const CliOptions& options)
 void Session::will_write(const std::vector<fs::path>& outputs) const {
   std::vector<fs::path> all = outputs;
   all.push_back(options_.trace);
-  refuse_shared_files({options_.input}, all);
+  refuse_shared_files({input()}, all);
 }
 
 KeepRule Session::keep_rule() const {

@@ -11,6 +11,7 @@
 #include "cli/options.h"
 #include "convert/reference_tables.h"
 #include "text/keep_rule.h"
+#include "text/readable_input.h"
 
 namespace tobarine {
 
@@ -22,6 +23,11 @@ class Session {
   explicit Session(const CliOptions& options);
 
   const CliOptions& options() const { return options_; }
+
+  // The command's input as it can be read, which is a copy when the user has named a pipe or "-".
+  const std::filesystem::path& input() const { return input_.path(); }
+  bool input_was_copied() const { return input_.was_copied(); }
+
   const Settings& settings() const { return settings_; }
 
   // Whether --set has set the option of this name in this run.
@@ -45,6 +51,7 @@ class Session {
  private:
   const CliOptions& options_;
   ProgramFolder folder_;
+  ReadableInput input_;
   Settings settings_;
   TraceLog trace_;
 };

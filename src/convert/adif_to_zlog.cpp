@@ -87,6 +87,7 @@ class Run {
       const PlaceTables& places, AdifToZlogState& state, const RunContext& context)
       : job_(job),
         context_(context),
+        watch_(job.input),
         zlog_rules_(job.options.zlog),
         csv_rules_({calls.calls, places.codes, places.jcc}, job.options.csv_time,
                    job.options.write_qth, state.csv),
@@ -107,7 +108,10 @@ class Run {
       csv_file_.emplace(job_.output(".csv"), rule);
     });
     if (!csv_file_) return std::move(report_);
-    do_part(report_, [&] { every_contact(); });
+    do_part(report_, [&] {
+      every_contact();
+      watch_.check();
+    });
     zlog_files_->close(report_);
     do_part(report_, [&] { csv_file_->close(); });
     report_.written = zlog_files_->contacts();
@@ -175,6 +179,7 @@ class Run {
 
   const AdifToZlogJob& job_;
   const RunContext& context_;
+  InputWatch watch_;
   ConversionReport report_;
   std::optional<AdifContacts> contacts_;
   ZlogRules zlog_rules_;

@@ -76,6 +76,7 @@ void convert_all(ContactReader& reader, H2lRules& rules, AdifWriter& writer,
 ConversionReport run(const H2lJob& job, AdifTarget target, const ConversionTables& tables,
                      const CallTables& calls, const RunContext& context) {
   refuse_shared_files({job.input}, {job.output, job.intermediate});
+  const InputWatch watch(job.input);
   ConversionReport report;
   const bool from_zlog = is_zlog(job.source);
   std::unique_ptr<ContactReader> reader;
@@ -92,6 +93,7 @@ ConversionReport run(const H2lJob& job, AdifTarget target, const ConversionTable
     writer.write_header();
     const RunContext rest = from_zlog ? context.part(0.5, 1) : context;
     convert_all(*reader, rules, writer, rest, read, report);
+    watch.check();
   });
   if (!from_zlog) report.read = read + report.findings.count(FindingKind::kInsideQuotes);
   do_part(report, [&] { output->close(); });

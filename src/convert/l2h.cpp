@@ -66,8 +66,9 @@ void copy_lines(const std::filesystem::path& from, OutputFile& output) {
 ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, const CallTables& calls,
                          const PlaceTables& places, L2hState& state, const RunContext& context) {
   refuse_shared_files({job.input}, {job.output});
+  const InputWatch watch(job.input);
   ConversionReport report;
-  const TemporaryFile temporary(job.temporary_folders, "csv_temp");
+  const ScratchFile temporary(job.temporary_folders, "csv_temp");
   std::optional<OutputFile> output;
   prepare(report, [&] {
     AdifContacts contacts(
@@ -77,6 +78,7 @@ ConversionReport run_l2h(const L2hJob& job, const ConversionTables& tables, cons
     L2hRules rules({calls.calls, places.codes, places.jcc}, job.options.time_mode,
                    job.options.write_qth, state);
     write_all(contacts, rules, temporary.path(), report.findings);
+    watch.check();
     output.emplace(job.output, keep_rule(context, report.findings));
   });
   if (!output) return report;

@@ -38,12 +38,22 @@ std::string system_reason(int error_number) {
   }
 }
 
+namespace {
+
+// A copy of what came through a pipe has no name that would tell the user anything.
+std::string shown(const std::filesystem::path& file) {
+  std::string text = path_text(file);
+  return text.starts_with("/proc/self/fd/") ? "標準入力またはパイプ" : text;
+}
+
+}  // namespace
+
 FileError::FileError(const std::filesystem::path& file, std::string_view reason)
-    : Error(path_text(file) + ": " + std::string(reason)) {}
+    : Error(shown(file) + ": " + std::string(reason)) {}
 
 RecordError::RecordError(const std::filesystem::path& file, std::size_t line,
                          std::string_view reason)
-    : Error(path_text(file) + ": " + std::to_string(line) + " 行目: " + std::string(reason)) {}
+    : Error(shown(file) + ": " + std::to_string(line) + " 行目: " + std::string(reason)) {}
 
 NetworkError::NetworkError(std::string_view url, std::string_view reason)
     : Error(std::string(url) + ": " + std::string(reason)) {}

@@ -27,19 +27,19 @@ InputFile::InputFile(const std::filesystem::path& path, std::uint64_t offset)
   if (offset > 0 && !seek_to(file_.get(), offset)) {
     throw FileError(path, "読めません: " + system_reason(errno));
   }
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
-  size_ = error ? 0 : size;
+  begun_ = state_of(file_.get());
 }
 
-std::size_t InputFile::read(char* buffer, std::size_t size) {
-  const std::size_t got = std::fread(buffer, 1, size, file_.get());
-  if (got < size && std::ferror(file_.get()) != 0) {
+std::size_t InputFile::read(char* buffer, std::size_t room) {
+  const std::size_t got = std::fread(buffer, 1, room, file_.get());
+  if (got < room && std::ferror(file_.get()) != 0) {
     throw FileError(path_, "読めません: " + system_reason(errno));
   }
   bytes_read_ += got;
-  if (got < size && offset_ + bytes_read_ < size_) {
+  if (got < room && offset_ + bytes_read_ < size()) {
     throw FileError(path_, "読んでいる間に短くなりました。もう一度試して下さい");
   }
+  if (got < room && state_of(file_.get()) != begun_) throw FileError(path_, kChangedWhileRead);
   return got;
 }
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "text/file_state.h"
 #include "text/open_file.h"
 
 namespace tobarine {
@@ -19,20 +20,20 @@ class InputFile {
   // Reading begins at the byte `offset`.
   explicit InputFile(const std::filesystem::path& path, std::uint64_t offset = 0);
 
-  // Reads up to `size` bytes; fewer only at the end of the file. Throws FileError, also when the
-  // file ends before the size it had when it was opened: somebody cuts it while it is read.
-  std::size_t read(char* buffer, std::size_t size);
+  // Reads up to `room` bytes; fewer only at the end of the file. Throws FileError, also when the
+  // file has changed by then: somebody writes it while it is read.
+  std::size_t read(char* buffer, std::size_t room);
 
   const std::filesystem::path& path() const { return path_; }
   std::uint64_t bytes_read() const { return bytes_read_; }
-  std::uint64_t size() const { return size_; }  // bytes; 0 for what has no size (a pipe)
+  std::uint64_t size() const { return begun_.size; }  // bytes; 0 for what has no size (a pipe)
 
  private:
   std::filesystem::path path_;
   FileHandle file_;
   std::uint64_t offset_;
   std::uint64_t bytes_read_ = 0;
-  std::uint64_t size_ = 0;
+  FileState begun_;
 };
 
 // The bytes of a file through one buffer, as text readers see them: one 1A byte at the very end

@@ -129,11 +129,24 @@ def stopped_in_the_middle(folder, log, meanwhile):
     return process.returncode, err.decode()
 
 
-def input_cut(folder):
-    log = folder / "cut.csv"
-    log.write_bytes(repeated("hamlog.csv") * 8)
-    status, text = stopped_in_the_middle(folder, log, lambda _: os.truncate(log, 10000))
-    check(f"input cut while it is read: {text}", status == 1 and "短くなりました" in text)
+def input_changed(folder):
+    log, other = folder / "changed.csv", folder / "other.csv"
+    data = repeated("hamlog.csv") * 8
+
+    def append(_):
+        with open(log, "ab") as file:
+            file.write(data[:1000])
+
+    def replace(_):
+        other.write_bytes(data)
+        other.replace(log)
+
+    for name, change, reason in (("cut", lambda _: os.truncate(log, 10000), "短くなりました"),
+                                 ("appended to", append, "書き換えられました"),
+                                 ("replaced", replace, "書き換えられました")):
+        log.write_bytes(data)
+        status, text = stopped_in_the_middle(folder, log, change)
+        check(f"input {name} while it is read: {text}", status == 1 and reason in text)
 
 
 def output_removed(commands, folder):
@@ -276,7 +289,7 @@ def main():
         whole = whole_outputs(commands, folder)
         disk_full(commands, whole, folder)
         read_only_folder(commands, folder)
-        input_cut(folder)
+        input_changed(folder)
         output_removed(commands, folder)
         renewal_killed(folder / "killed", folder)
         first_start_ended(folder)

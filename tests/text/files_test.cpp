@@ -5,6 +5,7 @@
 #include "text/error.h"
 #include "text/folder.h"
 #include "text/input_file.h"
+#include "text/temporary_file.h"
 
 namespace tobarine {
 namespace {
@@ -115,6 +116,53 @@ TEST(CsvReader, KnowsItsLines) {
   EXPECT_EQ(reader.line(), 4U);
   EXPECT_EQ(reader.last_line(), 5U);
   EXPECT_TRUE(reader.unclosed_quote());
+}
+
+TEST(Input, ThatChangesWhileItIsReadIsTold) {
+  const TestFolder folder;
+  const auto log = folder.file("log", "first\r\nlast\r\n");
+  std::string_view line;
+  {
+    LineReader lines(log);
+    const InputWatch watch(log);
+    while (lines.next(line)) {
+    }
+    EXPECT_NO_THROW(watch.check());
+  }
+  InputFile file(log);
+  char byte = 0;
+  ASSERT_EQ(file.read(&byte, 1), 1U);
+  const InputWatch appended(log);
+  folder.file("log", "first\r\nlast\r\nand more\r\n");
+  std::string rest(1000, ' ');
+  EXPECT_THROW(file.read(rest.data(), rest.size()), FileError);
+  EXPECT_THROW(appended.check(), FileError);
+  const InputWatch replaced(log);
+  const auto other = folder.file("other", TestFolder::bytes_of(log));
+  std::filesystem::last_write_time(other, std::filesystem::last_write_time(log));
+  std::filesystem::rename(other, log);
+  EXPECT_THROW(replaced.check(), FileError);
+}
+
+TEST(TemporaryFile, IsPrivateUntilItTakesAPlace) {
+  using std::filesystem::perms;
+  const TestFolder folder;
+  const auto mode = [](const std::filesystem::path& file) {
+    return std::filesystem::status(file).permissions();
+  };
+  const auto usual = mode(folder.file("usual", ""));
+  const auto old = folder.file("old", "");
+  std::filesystem::permissions(old, perms::owner_all);
+  for (const auto& [name, expected] : {std::pair{"new", usual}, {"old", perms::owner_all}}) {
+    TemporaryFile file({folder / "none", folder.path()}, std::string(300, 'n'));
+    EXPECT_EQ(mode(file.path()), perms::owner_read | perms::owner_write);
+    file.take_mode_of(folder / name);
+    file.replace(folder / name);
+    EXPECT_EQ(mode(folder / name), expected) << name;
+  }
+  { const ScratchFile scratch({folder.path()}, "scratch"); }
+  const std::filesystem::directory_iterator left(folder.path());
+  EXPECT_EQ(std::distance(begin(left), end(left)), 3);
 }
 
 TEST(Folder, NamesMatchWithoutRegardToCase) {
