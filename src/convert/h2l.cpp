@@ -95,7 +95,10 @@ ConversionReport run(const H2lJob& job, AdifTarget target, const ConversionTable
     convert_all(*reader, rules, writer, rest, read, report);
     watch.check();
   });
-  if (!from_zlog) report.read = read + report.findings.count(FindingKind::kInsideQuotes);
+  if (!from_zlog) {
+    report.read = read + report.findings.count(FindingKind::kInsideQuotes) +
+                  report.findings.count(FindingKind::kBehindCr);
+  }
   do_part(report, [&] { output->close(); });
   report.written = std::max<std::size_t>(output->records(), 1) - 1;  // the header is one, too
   return report;

@@ -1,6 +1,7 @@
 #include "hamlog/hamlog_csv.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "text/cp932.h"
 #include "text/encoding_guess.h"
@@ -45,6 +46,33 @@ void for_each_column(std::string line, Visit visit) {
   for_each_piece(line, ',', visit);
 }
 
+// The call of a line that has a contact's columns, in the encoding of the line.
+std::optional<std::string> call_of_contact(std::string_view line) {
+  std::string call;
+  std::size_t columns = 0;
+  for_each_column(std::string(line), [&](std::string_view column) {
+    if (++columns == 1) call = column;
+  });
+  if (columns < kHamlogColumns) return std::nullopt;
+  return call;
+}
+
+// Calls `visit` with the call of each contact that stands behind a CR inside the line.
+template <typename Visit>
+void for_each_contact_behind_cr(std::string_view line, Visit visit) {
+  std::size_t at = line.find('\r');
+  if (at == std::string_view::npos) return;
+  for_each_piece(line.substr(at + 1), '\r', [&](std::string_view piece) {
+    if (const auto call = call_of_contact(piece)) visit(*call);
+  });
+}
+
+void report_contacts_behind_cr(std::string_view line, std::size_t number, FindingLog& findings) {
+  for_each_contact_behind_cr(line, [&](const std::string& call) {
+    findings.add(FindingKind::kBehindCr, number, from_cp932(call), "");
+  });
+}
+
 std::string_view without_line_end(std::string_view line) {
   if (line.ends_with('\n')) line.remove_suffix(1);
   if (line.ends_with('\r')) line.remove_suffix(1);
@@ -85,6 +113,8 @@ constexpr LayoutText kLayouts[] = {
      "日付が Hamlog の形 (24/05/01) ではないので変換できません。Excel などで保存し直した CSV "
      "のようです (Code の先頭の 0 も失われます)。"
      "Hamlog から CSV を出力し直し、Excel で保存せずにそのまま使って下さい"},
+    {HamlogLayout::kCrOnly, "CR だけの改行",
+     "改行が CR だけなので、交信を読めません (改行を CR LF にして保存し直して下さい)"},
     {HamlogLayout::kEmpty, "空", ""},
 };
 
@@ -139,6 +169,8 @@ HamlogCsvInfo look_at_hamlog_csv(const std::filesystem::path& path) {
   while (!encoding.settled() && lines.next(line)) encoding.see(line);
   info.utf8 = encoding.utf8();
   info.maybe_utf8 = encoding.maybe_utf8();
+  bool cr_only = false;
+  for_each_contact_behind_cr(first, [&](const std::string&) { cr_only = true; });
   if (!info.utf8) first = from_cp932(first);
   std::string date;
   std::size_t columns = 0;
@@ -150,7 +182,7 @@ HamlogCsvInfo look_at_hamlog_csv(const std::filesystem::path& path) {
         path, 1,
         "コンマがありません。Hamlog の CSV ではないようです: 「" + beginning(first) + "」");
   }
-  info.layout = layout_of(date);
+  info.layout = cr_only ? HamlogLayout::kCrOnly : layout_of(date);
   return info;
 }
 
@@ -230,6 +262,7 @@ bool HamlogLineReader::next(QsoRecord& record, FindingLog& findings) {
   }
   check_columns(lines_.file().path(), number, std::span(columns_).first(result.columns));
   fill_record(columns_, record);
+  report_contacts_behind_cr(line, number, findings);
   report_invalid_bytes(result.invalid_bytes, number, record.call, findings);
   if (result.comma_in_quotes && columns_shift(line)) {
     findings.add(FindingKind::kSplitByComma, number, record.call, "");
@@ -263,14 +296,10 @@ void HamlogRowReader::report_lines_in_quotes(FindingLog& findings) const {
     const bool first = line == rows_.line();
     const std::size_t number = line++;
     if (first) return;
-    std::string call;
-    std::size_t columns = 0;
-    for_each_column(from_cp932(bytes), [&](std::string_view column) {
-      if (++columns == 1) call = column;
-    });
-    if (columns < kHamlogColumns) return;
+    const auto call = call_of_contact(bytes);
+    if (!call) return;
     ++contacts;
-    findings.add(FindingKind::kInsideQuotes, number, call,
+    findings.add(FindingKind::kInsideQuotes, number, from_cp932(*call),
                  std::to_string(rows_.line()) + " 行目の引用符の中");
   });
   const auto kind =
@@ -282,7 +311,11 @@ void HamlogRowReader::report_lines_in_quotes(FindingLog& findings) const {
 
 bool HamlogRowReader::next(QsoRecord& record, FindingLog& findings) {
   if (!next_row()) return false;
-  if (rows_.unclosed_quote() || rows_.spans_lines()) report_lines_in_quotes(findings);
+  if (rows_.unclosed_quote() || rows_.spans_lines()) {
+    report_lines_in_quotes(findings);
+  } else {
+    report_contacts_behind_cr(without_line_end(rows_.bytes()), rows_.line(), findings);
+  }
   check_columns(rows_.file().path(), rows_.line(), columns_);
   fill_record(columns_, record);
   report_invalid_bytes(rows_.invalid_bytes(), rows_.line(), record.call, findings);

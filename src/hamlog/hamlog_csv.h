@@ -23,10 +23,11 @@ namespace tobarine {
 inline constexpr std::size_t kHamlogColumns = 15;
 
 // Whether a file can be converted, from its first line. kOld: the layout before version 5.00;
-// kHeadings, kRespelled: a spreadsheet has saved it, with a heading row or with dates of its own.
-enum class HamlogLayout { kNew, kOld, kHeadings, kRespelled, kEmpty };
+// kHeadings, kRespelled: a spreadsheet has saved it, with a heading row or with dates of its own;
+// kCrOnly: its lines end with CR alone.
+enum class HamlogLayout { kNew, kOld, kHeadings, kRespelled, kCrOnly, kEmpty };
 
-// "新", "旧", "見出しあり", "表計算", "空".
+// "新", "旧", "見出しあり", "表計算", "CR だけの改行", "空".
 std::string_view layout_name(HamlogLayout layout);
 
 // What is wrong with a layout that cannot be converted and what to do, for people; empty when

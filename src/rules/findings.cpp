@@ -136,6 +136,8 @@ constexpr KindText kKinds[] = {
     {FindingKind::kSubmodeIgnored, "submode-ignored", "SUBMODE が失われたモード"},
     {FindingKind::kNotCarried, "not-carried", "写す欄が無くて失われた値"},
     {FindingKind::kDxccDisagrees, "dxcc-disagrees", "DXCC のタグが国内、国外の判定と合わない交信"},
+    {FindingKind::kBehindCr, "behind-cr",
+     "CR だけの改行の後ろなので出力しなかった交信 (改行を CR LF にして下さい)"},
 };
 static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
 

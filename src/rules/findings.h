@@ -91,6 +91,7 @@ enum class FindingKind {
   kSubmodeIgnored,
   kNotCarried,
   kDxccDisagrees,
+  kBehindCr,
   kCount
 };
 

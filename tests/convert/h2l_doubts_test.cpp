@@ -149,6 +149,18 @@ TEST_F(H2l, NoValueCarriesALineEndOut) {
   EXPECT_EQ(only(FindingKind::kLineEndInValue), "2 箇所");
 }
 
+TEST_F(H2l, ContactsBehindALoneCrAreToldOrTheFileIsRefused) {
+  std::string log = HamlogContact{}.line();
+  log.replace(log.find("\r\n"), 2, "\r");
+  for (const AdifTarget target : {AdifTarget::kLogger32, AdifTarget::kEqsl}) {
+    run(target, HamlogContact{}.line() + log + log + HamlogContact{.call = "JA1XYZ"}.line() + log);
+    EXPECT_EQ(report_.read, 5U);
+    EXPECT_EQ(report_.written, 3U);
+    EXPECT_EQ(told(FindingKind::kBehindCr), 2U);
+    EXPECT_THROW(run(target, log + log + log), FileError);
+  }
+}
+
 TEST_F(H2l, BlankLinesAtTheEndAreNoContacts) {
   for (const AdifTarget target : {AdifTarget::kLogger32, AdifTarget::kEqsl}) {
     for (const char* end : {"\r\n", "\n  \r\n\r\n", " ", "\r\n\x1A"}) {
