@@ -15,6 +15,10 @@ check() {
   fi
 }
 
+project_version() {
+  sed -n 's/^project(Tobarine VERSION \([0-9.]*\).*/\1/p' "$here/CMakeLists.txt"
+}
+
 # The address of the machine's own Debian mirror.
 debian_mirror() {
   sed -n 's/^URIs: *//p; s/^deb [^h]*\(http[^ ]*\).*/\1/p' /etc/apt/sources.list.d/*.sources \

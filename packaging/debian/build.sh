@@ -1,5 +1,5 @@
 #!/bin/sh
-# Makes the Debian package: build/release/package/tobarine_5.29_amd64.deb
+# Makes the Debian package: build/release/package/tobarine_VERSION_amd64.deb
 set -eu
 umask 022  # the modes in the package are those of its folders and files here
 here=$(cd "$(dirname "$0")/../.." && pwd)

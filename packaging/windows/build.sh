@@ -2,7 +2,7 @@
 # Makes Tobarine for 32-bit Windows from Debian packages only: a folder and a zip with Tobarine.exe
 # (the window), tobarine-cli.exe and the program folder's files. Each program is one file that needs
 # no other.
-#   packaging/windows/build.sh            build/windows/Tobarine-5.29/ and the zip beside it
+#   packaging/windows/build.sh            build/windows/Tobarine-VERSION/ and the zip beside it
 #   packaging/windows/build.sh --cli      only tobarine-cli.exe and the tests, without Qt, into
 #                                        build/windows-cli/
 # Qt is built once, from Debian's source package, into a cache folder (TOBARINE_CACHE, else
@@ -11,7 +11,7 @@ set -eu
 here=$(cd "$(dirname "$0")/../.." && pwd)
 . "$here/tools/set_up.sh"
 cache=${TOBARINE_CACHE:-$HOME/.cache/tobarine}
-version=5.29
+version=$(project_version)
 
 headers=$here/build/windows-headers
 

@@ -8,7 +8,7 @@ here=$(cd "$(dirname "$0")/../.." && pwd)
 . "$here/tools/set_up.sh"
 cache=${TOBARINE_CACHE:-$HOME/.cache/tobarine}
 root=$cache/wine
-made=$here/build/windows/Tobarine-5.29
+made=$here/build/windows/Tobarine-$(project_version)
 
 install_packages debootstrap g++-mingw-w64-i686-posix
 if [ ! -x "$root/usr/bin/wine" ]; then

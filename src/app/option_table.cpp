@@ -47,11 +47,11 @@ constexpr Option kOptions[] = {
     {"write_name", "Config", "Chk_8", &S::write_name, "0", kMain, "Check8", kSwitch,
      "半角の Name を転記する"},
     {"write_state", "Config", "Chk_9", &S::write_state, "0", kMain, "Check9", kSwitch,
-     "WAS の州名、IOTA、ゾーンを転記する"},
+     "WAS の州名を転記する"},
     {"state_after_keyword", "Config", "Chk_10", &S::state_after_keyword, "0", kMain, "Check10",
-     kSwitch, "州名を接頭語の後に置く、接頭語の後だけから取る"},
+     kSwitch, "州名を接頭語の直後から取る (ADIF からは接頭語を付けて書く)"},
     {"state_after_keyword_or_alone", "Config", "Chk_11", &S::state_after_keyword_or_alone, "0",
-     kMain, "Check11", kSwitch, "州名を接頭語の後から、無ければ独立した語から取る"},
+     kMain, "Check11", kSwitch, "州名を接頭語の直後から、無ければ独立した語から取る"},
     {"time_conversion", "Config", "Op_1", &S::time_conversion, "2", kMain, "Option1", kTimes,
      "窓での時刻の変換 (コマンドでは l2h の --time)"},
     {"state_remarks", "Config", "Op_2", &S::state_remarks, "2", kMain, "Option2", kStatePlaces,
@@ -160,6 +160,7 @@ void set_option(Settings& settings, const Option& option, std::string_view value
 }
 
 std::string allowed_values(const Option& option) {
+  if (option.values.empty()) return "文字";
   std::string text;
   for (const OptionValue& value : option.values) {
     if (!text.empty()) text += "、";

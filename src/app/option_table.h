@@ -55,7 +55,7 @@ std::string option_value(const Settings& settings, const Option& option);
 // Takes any text: numbers are read as those of the settings file, texts as they stand.
 void set_option(Settings& settings, const Option& option, std::string_view value);
 
-// The values that --set takes: "0 (しない)、1 (する)".
+// The values that --set takes: "0 (しない)、1 (する)", or "文字" for any text.
 std::string allowed_values(const Option& option);
 
 // Makes a control show its option; `name` is "Check9", or "Option1_2" for a button of a group. A

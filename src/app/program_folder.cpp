@@ -161,7 +161,7 @@ fs::path make_user_copy(const ProgramFolder& folder) {
   }
   // Another program may have been first.
   if (error && !is_filled_folder(folder.user_copy)) {
-    throw FileError(folder.user_copy, "作れません: " + system_reason(error.value()));
+    throw FileError(folder.user_copy, "作れません: " + system_reason(error, folder.user_copy));
   }
   return folder.user_copy;
 }

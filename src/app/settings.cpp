@@ -49,7 +49,7 @@ Settings read_settings(const std::filesystem::path& file) {
 void write_settings(const Settings& settings, const std::filesystem::path& file) {
   std::error_code error;
   ProfileFile profile = std::filesystem::exists(file, error) ? ProfileFile(file) : ProfileFile();
-  profile.set("Config", "version", kVersion);
+  profile.set("Config", "version", kFormVersion);
   for (const Option& option : option_table()) {
     const std::string value = value_for_file(settings, option);
     if (option.saved == Option::Saved::kOnceChosen && value.empty()) continue;

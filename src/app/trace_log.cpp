@@ -4,6 +4,7 @@
 
 #include "text/cp932.h"
 #include "text/error.h"
+#include "text/printable.h"
 
 namespace tobarine {
 
@@ -20,7 +21,7 @@ void TraceLog::open(const std::filesystem::path& file, const KeepRule& rule) {
 
 void TraceLog::line(std::string_view text) {
   if (!file_) return;
-  encode_cp932(text, file_->buffer());
+  encode_cp932(printable(text), file_->buffer());
   file_->buffer() += "\r\n";
   try {
     file_->flush();  // a log that ends in mid-air is of no use after a crash

@@ -14,6 +14,8 @@ int run_command(const CliOptions& options) {
       return convert_adif_to_zlog(session);
     case Command::kInfo:
       return show_info(session);
+    case Command::kSettings:
+      return show_settings(session);
     case Command::kLookupCalls:
       return lookup_calls(session);
     case Command::kLookupCodes:

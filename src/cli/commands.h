@@ -14,6 +14,7 @@ int convert_h2l(Session& session);  // also eqsl
 int convert_l2h(Session& session);
 int convert_adif_to_zlog(Session& session);
 int show_info(Session& session);
+int show_settings(Session& session);
 int lookup_calls(Session& session);
 int lookup_codes(Session& session);
 int lookup_jcc(Session& session);

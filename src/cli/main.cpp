@@ -17,8 +17,7 @@ int main(int argc, char** argv) {
     survive_size_limit();
     std::ios::sync_with_stdio(false);
     const ParsedOptions parsed = parse_options(utf8_arguments(argc, argv));
-    if (parsed.exit_status >= 0) return parsed.exit_status;
-    const int status = run_command(parsed.options);
+    const int status = parsed.exit_status >= 0 ? parsed.exit_status : run_command(parsed.options);
     std::cout.flush();
     if (!std::cout) throw Error("標準出力に書けません");
     return status;

@@ -1,5 +1,6 @@
 #include "cli/man_page.h"
 
+#include "app/option_table.h"
 #include "rules/version.h"
 #include "text/strings.h"
 
@@ -21,6 +22,13 @@ void options_of(const CLI::App& app, std::string& page) {
     const bool takes_value = option->get_items_expected_max() > 0 && !option->get_positional();
     page += ".TP\n.B " + plain(option->get_name(false, true)) + (takes_value ? " …" : "") + '\n' +
             plain(option->get_description()) + '\n';
+  }
+}
+
+void settings(std::string& page) {
+  for (const Option& option : option_table()) {
+    page += ".TP\n.B " + plain(std::string(option.name)) + " (" + std::string(option.key) + ")\n" +
+            plain(std::string(option.meaning)) + "。\n.br\n" + plain(allowed_values(option)) + '\n';
   }
 }
 
@@ -73,6 +81,10 @@ std::string man_page(const CLI::App& app) {
   for (const CLI::App* sub : app.get_subcommands([](const CLI::App*) { return true; })) {
     command(*sub, sub->get_name(), page);
   }
+  page +=
+      ".SH 設定\nどれも\n.B \\-\\-set\n名前=値 でその実行だけ変えられます。"
+      "名前の代わりに括弧の中の Tobarine.ini のキーも使えます。\n";
+  settings(page);
   return page.append(kEnd);
 }
 

@@ -3,9 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "cli/completion.h"
+#include "cli/japanese.h"
 #include "cli/man_page.h"
 #include "convert/adif_reading.h"
 #include "reference/http.h"
+#include "rules/time_shift.h"
 #include "rules/version.h"
 #include "text/error.h"
 #include "text/strings.h"
@@ -13,31 +16,27 @@
 namespace tobarine {
 namespace {
 
-constexpr int kWrongUse = 2;
+constexpr const char* kHelp = "この説明を表示する";
 
 class Parser {
  public:
   Parser() {
+    speak_japanese(app_);
     app_.require_subcommand(1);
     app_.fallthrough();
     app_.set_version_flag("--version", "Tobarine " + std::string(kVersion), "版を表示する");
-    app_.set_help_flag("-h,--help", "この説明を表示する");
+    app_.set_help_flag("-h,--help", kHelp);
     add_path(&app_, "--home", o_.home, "プログラムフォルダー (環境変数 TOBARINE_HOME でも可)");
-    app_.add_option("--set", o_.set, "この実行だけの設定 KEY=VALUE (何度でも可)")
+    app_.add_option("--set", o_.set, "この実行だけの設定 (何度でも可、名前と値の一覧は settings)")
+        ->option_text("名前=値")
         ->take_all()
         ->expected(1);
     add_path(&app_, "--trace", o_.trace, "トレースログを書くファイル");
     app_.add_flag("--report", o_.report, "変換の報告も表示する");
     app_.add_flag("--json", o_.json, "結果と報告を JSON で表示する");
     app_.add_flag("--quiet", o_.quiet, "何も表示しない (エラーを除く)");
-    app_.add_flag_callback(
-            "--man",
-            [this] {
-              std::cout << man_page(app_);
-              throw CLI::Success();
-            },
-            "マニュアルページ")
-        ->group("");  // for those who make packages
+    add_made("--man", man_page);
+    add_made("--completion", bash_completion);
     examples(&app_, {"h2l Hamlog.csv", "h2l --help"});
     add_conversion("h2l", "Hamlog の CSV や zLog のログを Logger32 の ADIF に変換する",
                    Command::kH2l,
@@ -69,6 +68,9 @@ class Parser {
     CLI::App* info = add(&app_, "info", "ファイルの種類と件数を表示する", Command::kInfo);
     add_path(info, "INPUT", o_.input, "ログのファイル (- は標準入力)")->required();
     examples(info, {"info contest.zlo", "--json info Hamlog.csv"});
+    examples(add(&app_, "settings", "--set の設定の名前、今の値、使える値を表示する",
+                 Command::kSettings),
+             {"settings", "--json settings"});
     add_lookups();
     add_builders();
     add_jarl();
@@ -81,17 +83,38 @@ class Parser {
     try {
       app_.parse(static_cast<int>(argv.size()), argv.data());
     } catch (const CLI::ParseError& error) {
-      const int status = app_.exit(error, std::cout, std::cerr);
-      return {o_, status == 0 ? 0 : kWrongUse};
+      if (error.get_exit_code() != 0) throw UsageError(usage_message(app_, error));
+      return {o_, app_.exit(error, std::cout, std::cerr)};  // --help and the like
     }
     o_.called_as = path_from_text(arguments.front());
     return {o_, -1};
   }
 
  private:
+  // What those who make packages want.
+  void add_made(const char* name, std::string (*make)(const CLI::App&)) {
+    const auto print = [this, make] {
+      std::cout << make(app_);
+      throw CLI::Success();
+    };
+    app_.add_flag_callback(name, print)->group("");
+  }
+
+  CLI::App* add_group(const char* name, const char* help) {
+    CLI::App* group = app_.add_subcommand(name, help);
+    group->require_subcommand(1);
+    return as_ours(group);
+  }
+
+  // CLI11 gives a command its own words for these.
+  static CLI::App* as_ours(CLI::App* command) {
+    command->group("コマンド");
+    command->set_help_flag("-h,--help", kHelp);
+    return command->fallthrough();
+  }
+
   CLI::App* add(CLI::App* parent, const char* name, const char* help, Command command) {
-    CLI::App* sub = parent->add_subcommand(name, help);
-    sub->fallthrough();
+    CLI::App* sub = as_ours(parent->add_subcommand(name, help));
     sub->callback([this, command] { o_.command = command; });
     return sub;
   }
@@ -135,15 +158,17 @@ class Parser {
   }
 
   void add_lookups() {
-    CLI::App* lookup = app_.add_subcommand("lookup", "表を引く (項目が無ければ標準入力から)");
-    lookup->require_subcommand(1);
-    lookup->fallthrough();
+    CLI::App* lookup = add_group("lookup", "表を引く (項目が無ければ標準入力から)");
     CLI::App* calls = add(lookup, "calls",
                           "コールサインの DXCC エンティティ: コール、"
                           "プリフィックス、DXCC 番号、QTH",
                           Command::kLookupCalls);
     calls->add_option("ITEM", o_.items, "コールサイン");
-    calls->add_option("--date", o_.date, "交信日 yyyymmdd (期間付きの修正表のため)");
+    calls->add_option("--date", o_.date, "交信日 yyyymmdd (期間付きの修正表のため)")
+        ->check([](const std::string& day) {
+          return is_date_and_time(day, "0000") ? ""
+                                               : day + " は日付として使えません (例: 20241231)";
+        });
     examples(calls, {"lookup calls JA1ABC W1AW/KH6", "--json lookup calls <calls.txt"});
     CLI::App* codes =
         add(lookup, "codes", "Hamlog の Code の DXCC 番号 (不明なら 0)", Command::kLookupCodes);
@@ -157,9 +182,7 @@ class Parser {
   }
 
   void add_builders() {
-    CLI::App* build = app_.add_subcommand("build", "参照ファイルを作る");
-    build->require_subcommand(1);
-    build->fallthrough();
+    CLI::App* build = add_group("build", "参照ファイルを作る");
     CLI::App* dxcc = add(build, "dxcc", "cty.dat から dxcc_hl.dat を作る", Command::kBuildDxcc);
     add_path(dxcc, "CTY.DAT", o_.input, "cty.dat")->required();
     add_path(dxcc, "-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
@@ -173,10 +196,9 @@ class Parser {
     add_path(jcc, "-o,--output", o_.output, "出力 (無ければプログラムフォルダー)");
     add_force(jcc);
     examples(jcc, {"build jcc", "build jcc --from lists -o JCC_JCG.mas"});
-    CLI::App* codes = add(build, "codes",
-                          "Hamlog の CSV から Code を覚えて h2l_cty.mas と "
-                          "l2h_cty.mas に書く",
-                          Command::kBuildCodes);
+    CLI::App* codes =
+        add(build, "codes", "Hamlog の Code をログから登録する (h2l_cty.mas と l2h_cty.mas に)",
+            Command::kBuildCodes);
     add_path(codes, "HAMLOG.csv", o_.input, "Hamlog の CSV")->required();
     examples(codes, {"build codes Hamlog.csv"});
     examples(build, {"build dxcc cty.dat", "build jcc", "build codes Hamlog.csv"});
@@ -198,9 +220,7 @@ class Parser {
   }
 
   void add_jarl() {
-    CLI::App* jarl = app_.add_subcommand("jarl", "JARL の JCC、JCG、区のリスト");
-    jarl->require_subcommand(1);
-    jarl->fallthrough();
+    CLI::App* jarl = add_group("jarl", "JARL の JCC、JCG、区のリスト");
     jarl->add_option("--url", o_.url, "リストのある場所 (無ければ JARL)");
     add_timeout(jarl);
     examples(jarl, {"jarl check", "jarl download && tobarine-cli build jcc"});

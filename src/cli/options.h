@@ -14,6 +14,7 @@ enum class Command {
   kL2h,
   kAdifToZlog,
   kInfo,
+  kSettings,
   kLookupCalls,
   kLookupCodes,
   kLookupJcc,
@@ -52,10 +53,10 @@ struct CliOptions {
 
 struct ParsedOptions {
   CliOptions options;
-  int exit_status = -1;  // 0 or 2: everything is said, end with it; -1: go on
+  int exit_status = -1;  // 0: everything is said, end with it; -1: go on
 };
 
-// `arguments` in UTF-8, the program's name first.
+// `arguments` in UTF-8, the program's name first. Throws UsageError.
 ParsedOptions parse_options(const std::vector<std::string>& arguments);
 
 }  // namespace tobarine

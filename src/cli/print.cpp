@@ -3,15 +3,22 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "app/option_table.h"
 #include "text/error.h"
+#include "text/printable.h"
 
 namespace tobarine {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
+// Characters that a terminal would obey are written as their numbers.
 void print_json(const Json& json, int indent, std::ostream& out = std::cout) {
-  out << json.dump(indent, ' ', false, Json::error_handler_t::replace) << '\n';
+  const auto text = [&](bool ascii) {
+    return json.dump(indent, ' ', ascii, Json::error_handler_t::replace);
+  };
+  const std::string plain = text(false);
+  out << (printable_lines(plain) == plain ? plain : text(true)) << '\n';
 }
 
 Json findings_json(const FindingLog& findings) {
@@ -48,7 +55,7 @@ std::string_view source_name(ZoneSource source) {
 }  // namespace
 
 void print_note(const CliOptions& options, std::string_view text) {
-  if (!options.quiet) std::cerr << text << '\n';
+  if (!options.quiet) std::cerr << printable(text) << '\n';
 }
 
 void print_run(const CliOptions& options, const RunNames& names, const ConversionReport& report) {
@@ -73,7 +80,8 @@ void print_run(const CliOptions& options, const RunNames& names, const Conversio
   out << "入力数: " << report.read << " 件\n変換数: " << report.written << " 件\n";
   out << (report.stopped_by ? "途中で止まりました\n" : "処理終了\n");
   if (options.report) out << report_text(report, Front::kCommandLine);
-  for (const std::string& output : names.outputs) std::cerr << "出力: " << output << '\n';
+  for (const std::string& output : names.outputs)
+    std::cerr << "出力: " << printable(output) << '\n';
   if (options.report) return;
   std::cerr << file_notes(report, Front::kCommandLine);
   if (const std::size_t told = report.findings.about_contacts(); told > 0) {
@@ -102,7 +110,8 @@ void print_info(const CliOptions& options, const LogInfo& info) {
   std::cout << "種類: " << info.kind << " (" << info.label << ")\n";
   if (!info.layout.empty()) std::cout << "形式: " << info.layout << '\n';
   if (info.contest) {
-    std::cout << "コンテスト: " << (info.contest->name.empty() ? "(なし)" : info.contest->name)
+    std::cout << "コンテスト: "
+              << (info.contest->name.empty() ? "(なし)" : printable(info.contest->name))
               << "\nDX コンテスト: " << (info.contest->is_dx ? "はい" : "いいえ") << '\n';
   }
   if (info.zone) std::cout << "時刻: " << zone_text(*info.zone) << '\n';
@@ -110,11 +119,35 @@ void print_info(const CliOptions& options, const LogInfo& info) {
   if (!info.note.empty()) std::cout << info.note << '\n';
 }
 
+void print_settings(const CliOptions& options, const Settings& settings) {
+  if (options.quiet) return;
+  Json json = Json::array();
+  for (const Option& option : option_table()) {
+    const std::string value = option_value(settings, option);
+    Json values = Json::array();
+    for (const OptionValue& v : option.values) {
+      values.push_back({{"value", v.value}, {"meaning", v.meaning}});
+    }
+    json.push_back({{"name", option.name},
+                    {"key", option.key},
+                    {"section", option.section},
+                    {"value", value},
+                    {"first", option.first},
+                    {"values", std::move(values)},
+                    {"meaning", option.meaning}});
+    if (options.json) continue;
+    std::cout << option.name << '=' << printable(value) << "  (" << option.key
+              << "): " << option.meaning << "\n    " << allowed_values(option) << '\n';
+  }
+  if (options.json) print_json(json, 2);
+}
+
 void print_call(const CliOptions& options, const std::string& call, const CallPlace& place) {
   const bool known = place.entity != nullptr;
   const unsigned dxcc = known ? place.entity->number : 0;
   if (!options.json) {
-    std::cout << call << '\t' << place.prefix() << '\t' << dxcc << '\t' << place.qth() << '\n';
+    std::cout << printable(call) << '\t' << place.prefix() << '\t' << dxcc << '\t' << place.qth()
+              << '\n';
     return;
   }
   Json json = {{"call", call}, {"prefix", place.prefix()}, {"dxcc", dxcc}, {"qth", place.qth()}};
@@ -132,7 +165,7 @@ void print_code(const CliOptions& options, const std::string& code, std::string_
   if (options.json) {
     print_json({{"code", code}, {"dxcc", dxcc}}, -1);
   } else {
-    std::cout << code << '\t' << dxcc << '\n';
+    std::cout << printable(code) << '\t' << dxcc << '\n';
   }
 }
 
@@ -147,15 +180,15 @@ void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std
                2);
     return;
   }
-  std::cout << dxcc_text(built) << "処理終了\n";
-  std::cerr << "出力: " << output << '\n';
+  std::cout << printable_lines(dxcc_text(built)) << "処理終了\n";
+  std::cerr << "出力: " << printable(output) << '\n';
 }
 
 void print_jcc(const CliOptions& options, const std::string& number, const JccPlace* place) {
   const std::string name = place == nullptr ? "" : place->name;
   if (!options.json) {
-    std::cout << number << '\t' << (place == nullptr ? number : place->number) << '\t' << name
-              << '\n';
+    std::cout << printable(number) << '\t' << printable(place == nullptr ? number : place->number)
+              << '\t' << printable(name) << '\n';
     return;
   }
   Json json = {{"number", number}, {"name", name}};
@@ -187,15 +220,15 @@ void print_jcc_build(const CliOptions& options, const JccRenewal& renewal,
                2);
     return;
   }
-  std::cout << jcc_text(renewal) << "処理終了\n";
-  std::cerr << "出力: " << output << '\n';
+  std::cout << printable_lines(jcc_text(renewal)) << "処理終了\n";
+  std::cerr << "出力: " << printable(output) << '\n';
 }
 
 void print_jarl_dates(const CliOptions& options, const JarlDates& server,
                       const std::array<std::string, 3>& ours) {
   if (options.quiet) return;
   if (!options.json) {
-    std::cout << list_dates_text(server, ours);
+    std::cout << printable_lines(list_dates_text(server, ours));
     return;
   }
   Json json = Json::array();
@@ -214,22 +247,23 @@ void print_jarl_download(const CliOptions& options, const JarlLists& fetched,
   Json json = {{"folder", folder}, {"lists", Json::array()}};
   for (std::size_t i = 0; i < kListFiles.size(); ++i) {
     json["lists"].push_back({{"file", kListFiles[i]}, {"date", fetched.dates[i]}});
-    if (!options.json) std::cout << kListFiles[i] << ": " << fetched.dates[i] << '\n';
+    if (!options.json) std::cout << kListFiles[i] << ": " << printable(fetched.dates[i]) << '\n';
   }
   if (options.json) {
     print_json(json, 2);
     return;
   }
   std::cout << "処理終了\n";
-  std::cerr << "出力: " << folder << "\nJCC_JCG.mas を作るには: tobarine-cli build jcc\n";
+  std::cerr << "出力: " << printable(folder)
+            << "\nJCC_JCG.mas を作るには: tobarine-cli build jcc\n";
 }
 
 void print_learned(const CliOptions& options, const CodesLearned& learned) {
   if (options.quiet) return;
   if (!options.json) {
-    std::cout << learned_text(learned) << "処理終了\n";
+    std::cout << printable_lines(learned_text(learned)) << "処理終了\n";
     for (const std::filesystem::path& file : learned.files) {
-      std::cerr << "出力: " << path_text(file) << '\n';
+      std::cerr << "出力: " << printable(path_text(file)) << '\n';
     }
     return;
   }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/reference_tools.h"
+#include "app/settings.h"
 #include "callsign/call_analysis.h"
 #include "cli/options.h"
 #include "convert/report.h"
@@ -43,6 +44,8 @@ struct LogInfo {
   std::string note;                     // what a conversion would do to it; empty: no harm
 };
 void print_info(const CliOptions& options, const LogInfo& info);
+
+void print_settings(const CliOptions& options, const Settings& settings);
 
 void print_call(const CliOptions& options, const std::string& call, const CallPlace& place);
 void print_code(const CliOptions& options, const std::string& code, std::string_view dxcc);

@@ -50,6 +50,11 @@ void refuse_loss(const std::string& refusal, const fs::path& output) {
 
 }  // namespace
 
+int show_settings(Session& session) {
+  print_settings(session.options(), session.settings());
+  return 0;
+}
+
 int lookup_calls(Session& session) {
   CallAnalysis calls;
   calls.load(session.folder());

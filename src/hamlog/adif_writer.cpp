@@ -22,7 +22,7 @@ bool is_own_adif(const std::filesystem::path& file) {
 }
 
 void AdifWriter::write_header() {
-  file_.buffer().append(kHeaderStart).append(kVersion);
+  file_.buffer().append(kHeaderStart).append(kFormVersion);
   file_.buffer().append(
       "\r\nInternet:  https://tobarine.example/\r\n"
       "e-mail to: support@tobarine.example\r\n"

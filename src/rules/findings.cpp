@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "text/printable.h"
 #include "text/utf8.h"
 
 namespace tobarine {
@@ -28,6 +29,8 @@ constexpr KindText kKinds[] = {
     {FindingKind::kNoZoneLetter, "no-zone-letter",
      "時刻に J も U も無い (UTC に変換せずそのまま出力した) 交信"},
     {FindingKind::kUnknownCode, "unknown-code", "h2l_cty.mas に無い Code"},
+    {FindingKind::kUnknownCode, "unknown-code",
+     "h2l_cty.mas に無い Code (Tool の「Hamlog の Code をログから登録」で登録できます)"},
     {FindingKind::kNoQslManager, "no-qsl-manager",
      "QSL が M なのに Remarks に @マネージャー が無い交信"},
     {FindingKind::kInvalidByte, "invalid-byte",
@@ -50,6 +53,9 @@ constexpr KindText kKinds[] = {
     {FindingKind::kUnknownEntity, "unknown-entity",
      "DXCC エンティティが分からない交信 (Code と QTH は空欄)"},
     {FindingKind::kNoHamlogCode, "no-hamlog-code", "l2h_cty.mas に Code の無いエンティティ"},
+    {FindingKind::kNoHamlogCode, "no-hamlog-code",
+     "l2h_cty.mas に Code の無いエンティティ "
+     "(Tool の「Hamlog の Code をログから登録」で登録できます)"},
     {FindingKind::kReadAsUtf8, "read-as-utf8", "UTF-8 として読んだファイル"},
     {FindingKind::kMaybeUtf8, "maybe-utf8",
      "Shift-JIS として読んだが UTF-8 かもしれないファイル (文字化けがないか確認して下さい)"},
@@ -163,9 +169,8 @@ void FindingLog::add(FindingKind kind, std::size_t line, std::string_view call,
                      std::string_view text) {
   if (++counts_[static_cast<std::size_t>(kind)] > kKept) return;
   const auto kept = [](std::string_view whole) {
-    std::string part(left_chars(whole, kLongestText));
-    if (part.size() < whole.size()) part += "…";
-    return part;
+    const std::string_view part = left_chars(whole, kLongestText);
+    return printable(part) + (part.size() < whole.size() ? "…" : "");
   };
   kept_.push_back({kind, line, kept(call), kept(text)});
 }

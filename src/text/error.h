@@ -7,13 +7,15 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace tobarine {
 
-// Base of all failures below. `what()` is UTF-8, one line, without a line end.
+// Base of all failures below. `what()` is UTF-8, one line, without a line end: control characters
+// that names and values bring along are shown, see text/printable.h.
 class Error : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit Error(std::string_view text);
 };
 
 // A file cannot be opened, read, written or replaced, or is not what it should be as a whole.
@@ -45,7 +47,10 @@ class UsageError : public Error {
 std::string path_text(const std::filesystem::path& path);
 std::filesystem::path path_from_text(std::string_view utf8);
 
-// The system's reason for the failure of the last call (errno), in Japanese for the common ones.
+// The system's reason for a failure (errno), in Japanese; with the file, a folder on its way that
+// does not exist is named.
 std::string system_reason(int error_number);
+std::string system_reason(int error_number, const std::filesystem::path& file);
+std::string system_reason(const std::error_code& error, const std::filesystem::path& file);
 
 }  // namespace tobarine

@@ -22,7 +22,7 @@ InputFile::InputFile(const std::filesystem::path& path, std::uint64_t offset)
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) throw FileError(path, system_reason(EISDIR));
   file_ = open_file(path, "rb");
-  if (!file_) throw FileError(path, "開けません: " + system_reason(errno));
+  if (!file_) throw FileError(path, "開けません: " + system_reason(errno, path));
   static_cast<void>(std::setvbuf(file_.get(), nullptr, _IONBF, 0));
   if (offset > 0 && !seek_to(file_.get(), offset)) {
     throw FileError(path, "読めません: " + system_reason(errno));

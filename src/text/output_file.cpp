@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 [[noreturn]] void refuse_to_open(const fs::path& path, int error) {
-  throw FileError(path, "書き込み用に開けません: " + system_reason(error));
+  throw FileError(path, "書き込み用に開けません: " + system_reason(error, path));
 }
 
 // The file held for writing, with nothing in it.
@@ -109,7 +109,7 @@ void OutputFile::close() {
 
 void overwrite_start_of_file(const std::filesystem::path& path, std::string_view bytes) {
   FileHandle file = open_file(path, "r+b");
-  if (!file) throw FileError(path, "書き込み用に開けません: " + system_reason(errno));
+  if (!file) throw FileError(path, "書き込み用に開けません: " + system_reason(errno, path));
   const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
   const int error = errno;
   const bool closed = std::fclose(file.release()) == 0;

@@ -104,7 +104,7 @@ TemporaryFile::TemporaryFile(const std::vector<fs::path>& folders, std::string_v
       if (error != EEXIST) break;
     }
   }
-  throw FileError(path_, "一時ファイルを作れません: " + system_reason(error));
+  throw FileError(path_, "一時ファイルを作れません: " + system_reason(error, path_));
 }
 
 void TemporaryFile::take_mode_of(const fs::path& file) {
@@ -117,7 +117,7 @@ void TemporaryFile::replace(const fs::path& file) {
   std::error_code error;
   fs::permissions(path_, final_mode_, error);
   fs::rename(path_, real_file(file), error);
-  if (error) throw FileError(file, "置き換えられません: " + system_reason(error.value()));
+  if (error) throw FileError(file, "置き換えられません: " + system_reason(error, file));
 }
 
 TemporaryFile::~TemporaryFile() {

@@ -7,6 +7,7 @@
 #include "app/test_shell.h"
 #include "hamlog/stand_in_library.h"
 #include "paths.h"
+#include "rules/version.h"
 #include "test_folder.h"
 #include "text/input_file.h"
 #include "text/strings.h"
@@ -54,7 +55,8 @@ class MainWindowTest : public ::testing::Test {
 };
 
 TEST_F(MainWindowTest, AtTheFirstStartNoInputIsChosen) {
-  EXPECT_EQ(see().title, " for ＴＨＷ５ :  Tobarine   ver 5.29     coded by VELDOR");
+  EXPECT_EQ(see().title,
+            " for ＴＨＷ５ :  Tobarine   ver " + std::string(kVersion) + "     coded by VELDOR");
   EXPECT_EQ(see().lblInFile.text, "ﾒﾆｭｰより入力ﾌｧｲﾙを指定して下さい。");
   EXPECT_EQ(see().lblInFile.colour, Colour::kLightRed);
   EXPECT_EQ(can_convert(), "");

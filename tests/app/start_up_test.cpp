@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/program_folder.h"
+#include "rules/version.h"
 #include "test_folder.h"
 #include "text/folder.h"
 #include "text/strings.h"
@@ -72,7 +73,8 @@ TEST_F(StartUpTest, MissingFilesStopTheStart) {
   EXPECT_EQ(start.stop->text,
             path + "dxcc_mas.txt\r\n\r\n" + path + "mode_tbl.ini\r\n\r\n\r\n" +
                 "一旦、終了しますので、不足ファイルをコピー後に再度起動して下さい");
-  EXPECT_EQ(start.stop->title, "　　必要なファイルがありません！　 Tobarine.exe　5.29");
+  EXPECT_EQ(start.stop->title,
+            "　　必要なファイルがありません！　 Tobarine.exe　" + std::string(kVersion));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "Tobarine.ini"));
 }
 

@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <gtest/gtest.h>
 
 #include "test_folder.h"
@@ -5,6 +6,7 @@
 #include "text/error.h"
 #include "text/folder.h"
 #include "text/input_file.h"
+#include "text/strings.h"
 #include "text/temporary_file.h"
 
 namespace tobarine {
@@ -171,6 +173,24 @@ TEST(Folder, NamesMatchWithoutRegardToCase) {
   EXPECT_TRUE(
       std::filesystem::equivalent(file_in(folder.path(), "band_tbl.ini"), folder / "Band_tbl.ini"));
   EXPECT_EQ(file_in(folder.path(), "none.ini"), folder / "none.ini");
+}
+
+TEST(Error, TellsOneCleanLineInJapanese) {
+  EXPECT_STREQ(FileError("a\x1B[2J\n.csv", "だめ\r\n").what(), "a␛[2J␊.csv: だめ␍␊");
+  EXPECT_STREQ(UsageError("x\x07").what(), "x␇");
+  for (const int number :
+       {ENOENT, EACCES, EIO, EMFILE, ENAMETOOLONG, ENOSPC, EXDEV, EPIPE, ELOOP}) {
+    EXPECT_FALSE(contains(system_reason(number), "システムのエラー")) << number;
+  }
+  EXPECT_EQ(system_reason(4321), "システムのエラー 4321");
+  const TestFolder folder;
+  const auto missing = folder / "none" / "a.csv";
+  EXPECT_TRUE(
+      system_reason(ENOENT, missing).starts_with("フォルダー " + path_text(folder / "none")));
+  EXPECT_TRUE(system_reason(ENOENT, folder / "a.csv").starts_with("ファイルがありません"));
+  // The file system's own numbers, which Windows has of its own.
+  EXPECT_TRUE(system_reason(std::make_error_code(std::errc::no_space_on_device), folder / "a")
+                  .starts_with("ディスクの空き"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "text/cp932.h"
+#include "text/printable.h"
 #include "text/utf8.h"
 #include "text/visible.h"
 
@@ -69,6 +70,26 @@ TEST(Strings, PositionsCountCharacters) {
   EXPECT_FALSE(is_valid_utf8("\xE3\x81"));
   EXPECT_FALSE(is_valid_utf8("\xC0\xAF"));
   EXPECT_TRUE(is_valid_utf8("日本é😀"));
+}
+
+TEST(Printable, ShowsWhatATerminalWouldObey) {
+  const struct {
+    std::string text;
+    const char* shown;
+  } rows[] = {
+      {"JA1ABC 山田　ﾔﾏﾀﾞ é", "JA1ABC 山田　ﾔﾏﾀﾞ é"},
+      {"\x1B]0;title\x07", "␛]0;title␇"},
+      {"a\r\nb\tc\x7F", "a␍␊b␉c␡"},
+      {std::string("\0", 1), "␀"},
+      {"\u009B31m", "�31m"},                 // a control sequence in one character
+      {"\u202Egpj.exe\u2066", "�gpj.exe�"},  // turned round
+      {"\u200F\u061C\u2028", "���"},
+      {"\xFF\xC3(", "��("},       // malformed
+      {"\xF4\x8F\xBE\x80", "�"},  // a byte that was no CP932
+      {"", ""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(printable(row.text), row.shown) << row.shown;
+  EXPECT_EQ(printable_lines("a\x1B\nb\r\n\n"), "a␛\nb␍\n\n");
 }
 
 }  // namespace
