@@ -1,10 +1,13 @@
-// The readers of the program folder's files, and those of the lists that they are built from.
+// The readers of the program folder's files, and those of the lists that they are built from; the
+// words of a command line.
 #include <algorithm>
 #include <array>
 #include <span>
 #include <vector>
 
+#include "app/option_table.h"
 #include "app/settings.h"
+#include "app/window_arguments.h"
 #include "callsign/overrides.h"
 #include "callsign/prefix_table.h"
 #include "reference/dxcc_builder.h"
@@ -15,7 +18,9 @@
 #include "text/error.h"
 #include "text/input_file.h"
 #include "text/output_file.h"
+#include "text/printable.h"
 #include "text/strings.h"
+#include "text/utf8.h"
 
 namespace tobarine::fuzz {
 namespace {
@@ -36,6 +41,31 @@ void settings(std::string_view bytes) {
     adif_to_zlog_options(again);
   } catch (const Error&) {
   }
+}
+
+// The words of a command line, one a line: whatever they are, what is told of them is one clean
+// line.
+void words(std::string_view bytes) {
+  Settings settings = first_start_settings();
+  std::vector<std::string> arguments = {"tobarine"};
+  for_each_piece(bytes, '\n', [&](std::string_view word) {
+    arguments.emplace_back(word);
+    const std::string shown = printable(word);
+    require(is_valid_utf8(shown) && printable(shown) == shown, "what is shown is clean");
+    require(char_count(shown) == char_count(word), "every character shows");
+    const std::size_t equals = std::min(word.find('='), word.size());
+    const std::string_view value = word.substr(std::min(equals + 1, word.size()));
+    try {
+      set_setting(settings, word.substr(0, equals), value);
+      const Option* const option = find_option(word.substr(0, equals));
+      require(option != nullptr, "what can be set is an option");
+      if (!option->values.empty()) require(option_value(settings, *option) == value, "as given");
+    } catch (const UsageError& error) {
+      require(printable(error.what()) == error.what(), "a message is clean");
+    }
+  });
+  const WindowArguments parsed = parse_window_arguments(arguments);
+  require(printable(parsed.problem) == parsed.problem, "a message is clean");
 }
 
 // Loads a table, saves it, and loads that: what a save keeps is there again.
@@ -168,6 +198,7 @@ void calls(std::string_view bytes) {
 
 constexpr Target kTargets[] = {
     {"settings", settings},
+    {"words", words},
     {"band_table", band_table, {"data/Band_tbl.ini"}},
     {"mode_table", mode_table, {"data/Mode_tbl.ini"}},
     {"cty_dat", cty_dat},

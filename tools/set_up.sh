@@ -36,7 +36,10 @@ install_packages() {
   say "足りないパッケージを入れます:$missing"
   as_root=
   if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || { say "root で入れて下さい: apt-get install$missing"; exit 1; }
+    command -v sudo >/dev/null || {
+      say "root で入れて下さい: apt-get install --no-install-recommends$missing"
+      exit 1
+    }
     as_root=sudo
   fi
   $as_root apt-get update -qq
@@ -47,8 +50,10 @@ install_packages() {
 
 # Configures and builds a preset of CMakePresets.json into build/.
 build() {
-  say "ビルドします: build/$1"
   cd "$here"
+  first=
+  [ -f "build/$1/.ninja_log" ] || first="初回は 5 分ほど、"
+  say "ビルドします: build/$1 (${first}記録は build/$1.log)"
   mkdir -p build
   if ! { cmake --preset "$1" && cmake --build --preset "$1"; } >"build/$1.log" 2>&1; then
     cat "build/$1.log" >&2

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Makes the Debian package: build/release/package/tobarine_VERSION_amd64.deb
 set -eu
+export LC_ALL=C.UTF-8  # a delivered file's name is Japanese
 umask 022  # the modes in the package are those of its folders and files here
 here=$(cd "$(dirname "$0")/../.." && pwd)
 . "$here/tools/set_up.sh"

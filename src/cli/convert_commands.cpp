@@ -38,14 +38,7 @@ std::optional<LogKind> recognise(const Session& session) {
 
 // The kind of the input, which must be one that the conversion takes.
 LogKind input_kind(const Session& session, LogKindInfo::Input wanted) {
-  const CliOptions& options = session.options();
-  if (!options.kind.empty()) {
-    const auto kind = log_kind_from_name(options.kind);
-    if (!kind || log_kind_info(*kind).input != wanted) {
-      throw UsageError("--kind の値が使えません: " + options.kind);
-    }
-    return *kind;
-  }
+  if (const auto kind = log_kind_from_name(session.options().kind)) return *kind;
   const auto kind = recognise(session);
   if (!kind && wanted == LogKindInfo::kL2h) return LogKind::kAdif;  // the run looks for itself
   if (!kind)
@@ -242,7 +235,10 @@ int show_info(Session& session) {
   const fs::path& input = session.input();
   const InputWatch watch(input);
   const auto kind = recognise(session);
-  if (!kind) throw FileError(input, "ファイルの種類が分かりません");
+  if (!kind)
+    throw FileError(
+        input,
+        "ファイルの種類が分かりません (Hamlog の CSV、zLog の .all と .zlo、ADIF が読めます)");
   LogInfo info{log_kind_info(*kind).name, log_kind_info(*kind).label, {}, {}, {}, {}, {}};
   if (*kind == LogKind::kHamlogCsv) {
     info.layout = layout_name(look_at_hamlog_csv(input).layout);

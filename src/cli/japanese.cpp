@@ -82,7 +82,7 @@ std::string missing(const CLI::App& command, const std::string& name) {
   const std::string commands = names_of_commands(command);
   if (!commands.empty()) return "コマンドがありません (使えるもの: " + commands + ")";
   const CLI::Option* const option = command.get_option_no_throw(name);
-  return name + (option == nullptr ? "" : " (" + option->get_description() + ")") + " がありません";
+  return name + " がありません" + (option == nullptr ? "" : " (" + option->get_description() + ")");
 }
 
 // From "NAME: VALUE not in {a,b}", or "NAME: " and a text that is Japanese already.

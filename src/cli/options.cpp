@@ -30,7 +30,8 @@ class Parser {
     app_.add_option("--set", o_.set, "この実行だけの設定 (何度でも可、名前と値の一覧は settings)")
         ->option_text("名前=値")
         ->take_all()
-        ->expected(1);
+        ->expected(1)
+        ->allow_extra_args(false);  // the next word is no second value
     add_path(&app_, "--trace", o_.trace, "トレースログを書くファイル");
     app_.add_flag("--report", o_.report, "変換の報告も表示する");
     app_.add_flag("--json", o_.json, "結果と報告を JSON で表示する");
@@ -139,7 +140,8 @@ class Parser {
     add_path(sub, "-o,--output", o_.output,
              "出力ファイル (無ければ入力と同じ所の .adi、- は標準出力)");
     sub->add_option("--kind", o_.kind,
-                    "入力の種類: csv、hdb、z_all、z_zlo (無ければ名前と一行目から判断)");
+                    "入力の種類: csv、hdb、z_all、z_zlo (無ければ名前と一行目から判断)")
+        ->check(CLI::IsMember({"csv", "hdb", "z_all", "z_zlo"}));
     add_path(sub, "--keep-intermediate", o_.keep_intermediate,
              "zLog のログの中間ファイル (zlog_1.csv) を残す所");
     examples(sub, lines);

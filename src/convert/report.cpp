@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "text/strings.h"
-#include "text/visible.h"
 
 namespace tobarine {
 
@@ -21,7 +20,7 @@ std::string file_notes(const ConversionReport& report, Front front) {
   for (const Finding& finding : report.findings.kept()) {
     if (finding.line != 0) continue;
     text.append(finding_heading(finding.kind));
-    text.append(finding.text.empty() ? "" : ": ").append(visible(finding.text)).append("\n");
+    text.append(finding.text.empty() ? "" : ": ").append(finding.text).append("\n");
     put_advice(finding.kind, front, text);
   }
   return text;
@@ -37,8 +36,8 @@ std::string report_text(const ConversionReport& report, Front front) {
       if (finding.kind != kind || finding.line == 0) continue;
       const std::string number = std::to_string(finding.line);
       items.append("  ").append(report.in_records ? "レコード " + number : number + " 行目");
-      items.append("  ").append(visible(finding.call));
-      items.append("  ").append(visible(finding.text)).append("\n");
+      items.append("  ").append(finding.call);
+      items.append("  ").append(finding.text).append("\n");
     }
     if (items.empty()) continue;
     text.append(finding_heading(kind)).append(": ").append(std::to_string(count)).append(" 件\n");
@@ -62,8 +61,8 @@ std::string report_csv(const ConversionReport& report) {
   for (const Finding& finding : report.findings.kept()) {
     if (finding.line == 0) continue;
     text += std::to_string(finding.line);
-    put(visible(finding.call));
-    put(visible(finding.text));
+    put(finding.call);
+    put(finding.text);
     put(std::string(finding_heading(finding.kind)));
     text += '\n';
   }

@@ -44,6 +44,8 @@ std::string reason_of(CURLcode code, long status) {
       return "サーバーに繋がりません";
     case CURLE_PEER_FAILED_VERIFICATION:
       return "サーバーの証明書が確かめられません";
+    case CURLE_SSL_CONNECT_ERROR:
+      return "サーバーと https で繋がりません";
     case CURLE_UNSUPPORTED_PROTOCOL:
       return "https でも http でもないか、https から http へ移そうとしています";
     case CURLE_URL_MALFORMAT:
@@ -55,7 +57,7 @@ std::string reason_of(CURLcode code, long status) {
     case CURLE_RECV_ERROR:
       return "サーバーの返事が読めません";
     default:
-      return std::string("通信エラー: ") + curl_easy_strerror(code);
+      return "通信エラー " + std::to_string(code);
   }
 }
 

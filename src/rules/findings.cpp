@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <ranges>
 
 #include "text/printable.h"
 #include "text/utf8.h"
@@ -29,8 +30,6 @@ constexpr KindText kKinds[] = {
     {FindingKind::kNoZoneLetter, "no-zone-letter",
      "時刻に J も U も無い (UTC に変換せずそのまま出力した) 交信"},
     {FindingKind::kUnknownCode, "unknown-code", "h2l_cty.mas に無い Code"},
-    {FindingKind::kUnknownCode, "unknown-code",
-     "h2l_cty.mas に無い Code (Tool の「Hamlog の Code をログから登録」で登録できます)"},
     {FindingKind::kNoQslManager, "no-qsl-manager",
      "QSL が M なのに Remarks に @マネージャー が無い交信"},
     {FindingKind::kInvalidByte, "invalid-byte",
@@ -53,9 +52,6 @@ constexpr KindText kKinds[] = {
     {FindingKind::kUnknownEntity, "unknown-entity",
      "DXCC エンティティが分からない交信 (Code と QTH は空欄)"},
     {FindingKind::kNoHamlogCode, "no-hamlog-code", "l2h_cty.mas に Code の無いエンティティ"},
-    {FindingKind::kNoHamlogCode, "no-hamlog-code",
-     "l2h_cty.mas に Code の無いエンティティ "
-     "(Tool の「Hamlog の Code をログから登録」で登録できます)"},
     {FindingKind::kReadAsUtf8, "read-as-utf8", "UTF-8 として読んだファイル"},
     {FindingKind::kMaybeUtf8, "maybe-utf8",
      "Shift-JIS として読んだが UTF-8 かもしれないファイル (文字化けがないか確認して下さい)"},
@@ -145,7 +141,10 @@ constexpr KindText kKinds[] = {
     {FindingKind::kBehindCr, "behind-cr",
      "CR だけの改行の後ろなので出力しなかった交信 (改行を CR LF にして下さい)"},
 };
-static_assert(std::size(kKinds) == static_cast<std::size_t>(FindingKind::kCount));
+static_assert(std::ranges::equal(kKinds, std::views::iota(0, static_cast<int>(FindingKind::kCount)),
+                                 {},
+                                 [](const KindText& row) { return static_cast<int>(row.kind); }),
+              "a row a kind, in their order");
 
 const KindText& text_of(FindingKind kind) {
   return kKinds[static_cast<std::size_t>(kind)];

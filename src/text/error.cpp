@@ -58,6 +58,12 @@ constexpr Reason kReasons[] = {
 #endif
 };
 
+// A copy of what came through a pipe has no name that would tell the user anything.
+std::string shown(const fs::path& file) {
+  std::string text = path_text(file);
+  return text.starts_with("/proc/self/fd/") ? "標準入力またはパイプ" : text;
+}
+
 }  // namespace
 
 std::filesystem::path path_from_text(std::string_view utf8) {
@@ -88,16 +94,6 @@ std::string system_reason(int error_number, const fs::path& file) {
 std::string system_reason(const std::error_code& error, const fs::path& file) {
   return system_reason(error.default_error_condition().value(), file);
 }
-
-namespace {
-
-// A copy of what came through a pipe has no name that would tell the user anything.
-std::string shown(const fs::path& file) {
-  std::string text = path_text(file);
-  return text.starts_with("/proc/self/fd/") ? "標準入力またはパイプ" : text;
-}
-
-}  // namespace
 
 Error::Error(std::string_view text) : std::runtime_error(printable(text)) {}
 

@@ -3,7 +3,6 @@
 #include <array>
 
 #include "text/cp932.h"
-#include "text/strings.h"
 #include "text/utf8.h"
 
 namespace tobarine {
@@ -18,11 +17,16 @@ struct Range {
   char32_t first;
   char32_t last;
 };
+// The other controls, what turns the direction of writing, ends of line and paragraph, the byte
+// order mark, and bytes that were no CP932.
 constexpr Range kHidden[] = {
-    {0x80, 0x9F},                        // the other controls
-    {0x061C, 0x061C},                    // directions of writing
-    {0x200E, 0x200F}, {0x2028, 0x2029},  // ends of line and paragraph
-    {0x202A, 0x202E}, {0x2066, 0x2069}, {kInvalidByteBase, kInvalidByteBase + 0xFF},
+    {0x80, 0x9F},
+    {0x061C, 0x061C},
+    {0x200E, 0x200F},
+    {0x2028, 0x202E},
+    {0x2066, 0x2069},
+    {0xFEFF, 0xFEFF},
+    {kInvalidByteBase, kInvalidByteBase + 0xFF},
 };
 
 char32_t shown(const Utf8Char& c) {
@@ -35,31 +39,38 @@ char32_t shown(const Utf8Char& c) {
   return c.code_point;
 }
 
-}  // namespace
-
-std::string printable(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
+void add_printable(std::string_view text, bool keep_tabs, std::string& result) {
   while (!text.empty()) {
     const Utf8Char c = next_utf8(text);
     text.remove_prefix(c.size);
     std::array<char, 4> bytes{};
     char* end = bytes.data();
-    put_utf8(shown(c), end);
+    put_utf8(keep_tabs && c.code_point == '\t' ? c.code_point : shown(c), end);
     result.append(bytes.data(), end);
   }
+}
+
+}  // namespace
+
+std::string printable(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  add_printable(text, false, result);
   return result;
 }
 
 std::string printable_lines(std::string_view text) {
   std::string result;
-  bool first = true;
-  for_each_piece(text, '\n', [&](std::string_view line) {
-    if (!first) result += '\n';
-    first = false;
-    result += printable(line);
-  });
-  return result;
+  result.reserve(text.size());
+  for (;;) {
+    const std::size_t end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
+    add_printable(line, true, result);
+    if (end == std::string_view::npos) return result;
+    result += '\n';
+    text.remove_prefix(end + 1);
+  }
 }
 
 }  // namespace tobarine

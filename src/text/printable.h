@@ -11,7 +11,7 @@ namespace tobarine {
 // malformed bytes become "�". Text without them comes back as it is.
 std::string printable(std::string_view text);
 
-// The same of several lines, which keep their ends (LF).
+// The same of several lines: their ends become LF, and tabs stay.
 std::string printable_lines(std::string_view text);
 
 }  // namespace tobarine

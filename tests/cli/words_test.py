@@ -50,14 +50,16 @@ class Words(unittest.TestCase):
             "h2ll log.csv": "コマンド h2ll はありません",
             "lookup": "コマンドがありません (使えるもの: calls、codes、jcc)",
             "lookup foo": "コマンド foo はありません",
-            "h2l": "INPUT (入力ファイル) がありません",
+            "h2l": "INPUT がありません (入力ファイル",
             "h2l log.csv more.csv": "余分な語があります: more.csv",
             "h2l log.csv --nix": "オプション --nix はありません",
             "h2l log.csv -o": "--output の後に値を書いて下さい",
             "h2l log.csv -o a -o b": "--output は一度しか書けません",
             "l2h log.csv --time gmt": "--time の値が使えません: gmt (使える値: none、jst、utc、ja)",
             "lookup calls JA1ABC --date 20241331": "20241331 は日付として使えません",
-            "jarl check --timeout soon": "--timeout の値が使えません: soon",
+            "jarl check --timeout soon": "秒数を書いて下さい: soon",
+            "jarl check --timeout 99999999999999999999": "秒数を書いて下さい: 9999",
+            "h2l log.csv --kind xyz": "--kind の値が使えません: xyz (使える値: csv、hdb",
             "--set Op_3=JST info log.csv": "Op_3 の値が使えません: JST (使える値: 0 (UTC)、1 (JST))",
             "--set Chk_1=5 info log.csv": "0 (しない)、1 (する)",
             "--set nothing=1 info log.csv": "設定の名前が違います: nothing",
@@ -92,6 +94,11 @@ class Words(unittest.TestCase):
                           man)
             for value in option["values"]:
                 self.run_cli("--set", f"{option['name']}={value['value']}", "info", "log.csv")
+
+    def test_set_takes_one_word(self):
+        for words in ("h2l --set Chk_9=1 log.csv", "h2l log.csv --set Chk_9=1 --set Op_2=1",
+                      "--set Chk_9=1 h2l log.csv"):
+            self.run_cli(*words.split())
 
     def test_control_characters_are_shown(self):
         row = f"{ODD},24/05/01,12:00U,59,59,14,{ODD},,,,{ODD},,,,\r\n"

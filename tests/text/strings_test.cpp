@@ -2,27 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "text/cp932.h"
 #include "text/printable.h"
 #include "text/utf8.h"
-#include "text/visible.h"
 
 namespace tobarine {
 namespace {
 
 TEST(Strings, UpperCaseKnowsAsciiAndFullWidthLatinOnly) {
   EXPECT_EQ(upper("aZ1ａｚＡ日本ｱéя"), "AZ1ＡＺＡ日本ｱéя");
-}
-
-TEST(Strings, WhatATerminalOrAWindowWouldObeyIsShownInstead) {
-  EXPECT_EQ(visible("日本 <h1>ｱ"), "日本 <h1>ｱ");
-  EXPECT_EQ(visible("\x1B[31mred\a\r\n\tx\x7F"), "␛[31mred␇␍␊␉x␡");
-  EXPECT_EQ(visible(std::string_view("a\0b", 3)), "a␀b");
-  // C1 controls, a right-to-left override, half a character, a byte that is no CP932
-  EXPECT_EQ(visible("\xC2\x9B\xE2\x80\xAE\xE3\x81" + from_cp932("\x81\n")),
-            "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD␊");
-  EXPECT_EQ(visible_lines("a\r\nb\n\tc\rd\x1B"), "a\nb\n\tc␍d␛");
-  EXPECT_EQ(visible_lines(""), "");
 }
 
 TEST(Strings, TrimTakesBlanksOnly) {
@@ -77,19 +64,20 @@ TEST(Printable, ShowsWhatATerminalWouldObey) {
     std::string text;
     const char* shown;
   } rows[] = {
-      {"JA1ABC 山田　ﾔﾏﾀﾞ é", "JA1ABC 山田　ﾔﾏﾀﾞ é"},
+      {"JA1ABC <h1>山田　ﾔﾏﾀﾞ é", "JA1ABC <h1>山田　ﾔﾏﾀﾞ é"},
       {"\x1B]0;title\x07", "␛]0;title␇"},
       {"a\r\nb\tc\x7F", "a␍␊b␉c␡"},
       {std::string("\0", 1), "␀"},
       {"\u009B31m", "�31m"},                 // a control sequence in one character
       {"\u202Egpj.exe\u2066", "�gpj.exe�"},  // turned round
-      {"\u200F\u061C\u2028", "���"},
+      {"\uFEFF\u200F\u061C\u2028", "����"},
       {"\xFF\xC3(", "��("},       // malformed
       {"\xF4\x8F\xBE\x80", "�"},  // a byte that was no CP932
       {"", ""},
   };
   for (const auto& row : rows) EXPECT_EQ(printable(row.text), row.shown) << row.shown;
-  EXPECT_EQ(printable_lines("a\x1B\nb\r\n\n"), "a␛\nb␍\n\n");
+  EXPECT_EQ(printable_lines("a\x1B\nb\r\n\tc\rd\r\n\n"), "a␛\nb\n\tc␍d\n\n");
+  EXPECT_EQ(printable_lines(""), "");
 }
 
 }  // namespace

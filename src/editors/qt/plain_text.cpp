@@ -2,16 +2,16 @@
 
 #include <QTextDocument>
 
-#include "text/visible.h"
+#include "text/printable.h"
 
 namespace tobarine {
 
 QString shown_line(std::string_view utf8) {
-  return QString::fromStdString(visible(utf8));
+  return QString::fromStdString(printable(utf8));
 }
 
 QString shown_lines(std::string_view utf8) {
-  return QString::fromStdString(visible_lines(utf8));
+  return QString::fromStdString(printable_lines(utf8));
 }
 
 QString plain_tip(const QString& text) {
