@@ -136,6 +136,12 @@ end
 begin contest.all
 screen ask_zone
 end
+begin
+tr ' ' '\n' <"$logs/logger32.adi" >"$logs/lotw.adi"
+end
+open_window lotw.adi
+screen ask_reading
+end
 begin hamlog.csv
 echo 'someone else wrote this' >"$logs/hamlog.adi"
 key alt+h

@@ -21,6 +21,9 @@ constexpr std::string_view kChooseZone =
 constexpr std::string_view kSetZone =
     "違っていたら、--set Op_3=0 (UTC) か --set Op_3=1 (JST) で変換し直して下さい";
 
+constexpr std::string_view kOneToFiveLines =
+    "交信ごとに改行し、一つの交信を五行までにした ADIF で変換し直して下さい";
+
 constexpr Advice kAdvice[] = {
     {FindingKind::kUnknownMode, "MODE 変換テーブルに行を足すと読み替えます",
      "Mode_tbl.ini に行を足すと読み替えます"},
@@ -40,6 +43,12 @@ constexpr Advice kAdvice[] = {
     {FindingKind::kSplitByComma, "元のログの Rmks などからコンマを無くして下さい", ""},
     {FindingKind::kDroppedNoDate, "元の ADIF の QSO_DATE を確かめて下さい", ""},
     {FindingKind::kDroppedSlashes, "元のログの名前や QTH の // (http:// など) を消して下さい", ""},
+    {FindingKind::kLostInHeader, "見出しの終わりに <EOH> だけの行を入れて、変換し直して下さい", ""},
+    {FindingKind::kSharedRecord, kOneToFiveLines, ""},
+    {FindingKind::kRecordCut, kOneToFiveLines, ""},
+    {FindingKind::kForeignMarks, "紙の QSL の印を元のログで確かめて下さい", ""},
+    {FindingKind::kSubmodeIgnored, "Hamlog でモードを確かめて下さい", ""},
+    {FindingKind::kDxccDisagrees, "Code と DXCC を元のログで確かめて下さい", ""},
     {FindingKind::kCarriedOver, "その交信の RST などを元のログで確かめて下さい", ""},
     {FindingKind::kUnknownJcc,
      "番号を確かめて下さい。新しい市や郡なら、[ Tool ] で JARL のリストを取り込んで下さい",

@@ -161,7 +161,7 @@ bool is_same_file(const std::filesystem::path& a, const std::filesystem::path& b
   return a == b || std::filesystem::equivalent(a, b, error);
 }
 
-// The window that shows the file already, in front now; windows that are closed are forgotten.
+// The window that shows the file already, above others now; windows that are closed are forgotten.
 template <typename Window>
 Window* raised(std::vector<QPointer<Window>>& windows, const std::filesystem::path& file) {
   std::erase_if(windows, [](const auto& window) { return window == nullptr; });
@@ -169,7 +169,6 @@ Window* raised(std::vector<QPointer<Window>>& windows, const std::filesystem::pa
     if (!is_same_file(window->file(), file)) continue;
     window->show();
     window->raise();
-    window->activateWindow();
     return window;
   }
   return nullptr;
@@ -196,13 +195,19 @@ void QtShell::open_viewer(const std::filesystem::path& file, std::size_t line) {
     viewer->setAttribute(Qt::WA_DeleteOnClose);
     viewers_.emplace_back(viewer);
     stand_beside(*viewer, beside);
+    viewer->setAttribute(Qt::WA_ShowWithoutActivating, line > 0);
     viewer->show();
   }
+  // For a line of the report the user stays in the report, to go on to the next.
+  if (line == 0) viewer->activateWindow();
   viewer->go_to_line(line);
 }
 
 void QtShell::open_editor(const std::filesystem::path& file) {
-  if (raised(editors_, file) != nullptr) return;
+  if (auto* const editor = raised(editors_, file)) {
+    editor->activateWindow();
+    return;
+  }
   auto* const editor = new FileEditorView(file);
   editor->setAttribute(Qt::WA_DeleteOnClose);
   editor->wants_to_open = [this](const std::filesystem::path& dropped) {

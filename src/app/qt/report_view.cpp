@@ -109,6 +109,7 @@ void ReportView::add_rows() {
       row->setData(kLine, Qt::DisplayRole, static_cast<qulonglong>(finding.line));
       row->setText(kCall, shown_line(finding.call));
       row->setText(kText, shown_line(finding.text));
+      row->setToolTip(kText, plain_tip(row->text(kText)));
       row->setText(kHeading, heading_of(kind));
       row->setData(0, kKindRole, k);
       rows << row;
