@@ -52,7 +52,7 @@ ReadableInput::ReadableInput(const fs::path& given, const std::vector<fs::path>&
   if (standard) {
     use_bytes(stdin);
   } else if (opened = open_file(given, "rb"); !opened) {
-    throw FileError(given, "開けません: " + system_reason(errno));
+    throw FileError(given, "開けません: " + system_reason(errno, given));
   }
   path_ = copy_.emplace(folders, "input").path();
   const FileHandle to = open_file(path_, "wb");
@@ -62,7 +62,7 @@ ReadableInput::ReadableInput(const fs::path& given, const std::vector<fs::path>&
 
 void copy_to_standard_output(const fs::path& file) {
   const FileHandle from = open_file(file, "rb");
-  if (!from) throw FileError(file, "開けません: " + system_reason(errno));
+  if (!from) throw FileError(file, "開けません: " + system_reason(errno, file));
   use_bytes(stdout);
   copy(from.get(), file, stdout, "標準出力");
 }
