@@ -23,9 +23,12 @@ std::string stamp(const KeepRule& rule) {
   return text.data();
 }
 
-[[noreturn]] void refuse(const fs::path& file, const fs::path& backup, int error) {
+[[noreturn]] void refuse(const fs::path& file, const fs::path& backup,
+                         const std::error_code& error) {
   throw FileError(file, "元のファイルを " + path_text(backup.filename()) +
-                            " として残せないので、書きませんでした: " + system_reason(error));
+                            " として残せないので、書きませんでした "
+                            "(ほかの窓やソフトで開いていれば閉じて下さい): " +
+                            system_reason(error, file));
 }
 
 // An empty file under a name that nobody has.
@@ -34,7 +37,7 @@ fs::path reserve_name(const fs::path& file, const std::string& stamp) {
     fs::path name = file;
     name += path_from_text(stamp + (i == 1 ? "" : "-" + std::to_string(i)) + ".bak");
     if (open_file(name, "wbx")) return name;
-    if (errno != EEXIST) refuse(file, name, errno);
+    if (errno != EEXIST) refuse(file, name, {errno, std::generic_category()});
   }
 }
 
@@ -59,9 +62,9 @@ fs::path move_aside(const fs::path& real, const KeepRule& rule) {
   std::error_code error;
   fs::rename(real, backup, error);
   if (error) {
-    const int reason = error.value();
-    fs::remove(backup, error);
-    refuse(real, backup, reason);
+    std::error_code ignored;
+    fs::remove(backup, ignored);
+    refuse(real, backup, error);
   }
   return backup;
 }

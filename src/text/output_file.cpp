@@ -39,12 +39,13 @@ FileHandle open_empty(const fs::path& path, const KeepRule& rule) {
     const fs::path backup = move_aside(real, rule);
     FileHandle fresh = open_and_hold(real, true);
     const int reason = errno;
-    if (!fresh && reason != EEXIST) {
+    const bool other_run_was_faster = !fresh && (reason == EEXIST || reason == EBUSY);
+    if (!fresh && !other_run_was_faster) {
       fs::rename(backup, real, error);
       refuse_to_open(path, reason);
     }
     if (rule.told) rule.told(real, backup);
-    if (!fresh) continue;  // another run was faster
+    if (other_run_was_faster) continue;
     fs::permissions(real, mode, error);
     return fresh;
   }

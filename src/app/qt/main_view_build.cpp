@@ -368,6 +368,7 @@ void MainView::build() {
   content->setFocusPolicy(Qt::ClickFocus);
   setCentralWidget(content);
   content->setFocus();
+  setTabOrder(findChild<QWidget*>("cmdEnd"), findChild<QWidget*>("cmdOutput"));
 }
 
 }  // namespace tobarine
