@@ -36,6 +36,14 @@ class JapaneseFormatter : public CLI::Formatter {
     if (option->get_expected_max() > 1) text += " ...";
     return option->get_required() ? text + " (必須)" : text;
   }
+  std::string make_footer(const CLI::App* command) const override {
+    const std::string common =
+        command->get_parent() == nullptr
+            ? ""
+            : "どのコマンドにもあるオプション (--set、--report、--json など): "
+              "tobarine-cli --help\n\n";
+    return common + CLI::Formatter::make_footer(command);
+  }
   std::string make_subcommand(const CLI::App* command) const override {
     return row(command->get_display_name(true), command->get_description());
   }

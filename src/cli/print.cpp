@@ -1,5 +1,6 @@
 #include "cli/print.h"
 
+#include <initializer_list>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -19,6 +20,15 @@ void print_json(const Json& json, int indent, std::ostream& out = std::cout) {
   };
   const std::string plain = text(false);
   out << (printable_lines(plain) == plain ? plain : text(true)) << '\n';
+}
+
+void print_fields(std::initializer_list<std::string_view> fields) {
+  const char* before = "";
+  for (const std::string_view field : fields) {
+    std::cout << before << printable(field);
+    before = "\t";
+  }
+  std::cout << '\n';
 }
 
 Json findings_json(const FindingLog& findings) {
@@ -146,8 +156,7 @@ void print_call(const CliOptions& options, const std::string& call, const CallPl
   const bool known = place.entity != nullptr;
   const unsigned dxcc = known ? place.entity->number : 0;
   if (!options.json) {
-    std::cout << printable(call) << '\t' << place.prefix() << '\t' << dxcc << '\t' << place.qth()
-              << '\n';
+    print_fields({call, place.prefix(), std::to_string(dxcc), place.qth()});
     return;
   }
   Json json = {{"call", call}, {"prefix", place.prefix()}, {"dxcc", dxcc}, {"qth", place.qth()}};
@@ -165,7 +174,7 @@ void print_code(const CliOptions& options, const std::string& code, std::string_
   if (options.json) {
     print_json({{"code", code}, {"dxcc", dxcc}}, -1);
   } else {
-    std::cout << printable(code) << '\t' << dxcc << '\n';
+    print_fields({code, dxcc});
   }
 }
 
@@ -187,8 +196,7 @@ void print_dxcc_file(const CliOptions& options, const DxccFile& built, const std
 void print_jcc(const CliOptions& options, const std::string& number, const JccPlace* place) {
   const std::string name = place == nullptr ? "" : place->name;
   if (!options.json) {
-    std::cout << printable(number) << '\t' << printable(place == nullptr ? number : place->number)
-              << '\t' << printable(name) << '\n';
+    print_fields({number, place == nullptr ? number : place->number, name});
     return;
   }
   Json json = {{"number", number}, {"name", name}};

@@ -1,5 +1,6 @@
 #include "text/printable.h"
 
+#include <algorithm>
 #include <array>
 
 #include "text/cp932.h"
@@ -53,6 +54,8 @@ void add_printable(std::string_view text, bool keep_tabs, std::string& result) {
 }  // namespace
 
 std::string printable(std::string_view text) {
+  const auto plain = [](char c) { return c >= ' ' && c != static_cast<char>(kDelete); };
+  if (std::ranges::all_of(text, plain)) return std::string(text);  // nearly always
   std::string result;
   result.reserve(text.size());
   add_printable(text, false, result);

@@ -164,7 +164,7 @@ def renewals(home, folder):
         (folder / name).write_bytes(text.encode("cp932"))
     log = folder / "codes.csv"
     log.write_bytes(b"W1AW,24/05/01,12:00U,59,59,14,CW,502A,,,,,,,\r\n" * 3)
-    return {"JCC_JCG.mas": ["--home", home, "build", "jcc", "--from", folder],
+    return {"JCC_JCG.mas": ["--home", home, "build", "jcc", "--force", "--from", folder],
             "l2h_cty.mas": ["--home", home, "build", "codes", log]}
 
 
