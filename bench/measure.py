@@ -214,4 +214,5 @@ def main():
     REPORT.write_text(before + "\n".join(lines) + rest.split(END)[1], encoding="utf-8")
 
 
-main()
+if __name__ == "__main__":
+    main()
