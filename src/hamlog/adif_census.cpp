@@ -82,26 +82,49 @@ void AdifCensus::end() {
 
 // What the tolerant reading looks for counts wherever it stands, all else outside values only.
 void AdifCensus::take_tags(std::string_view line) {
-  std::size_t free = 0;  // where the last value ends
-  for (std::size_t tag = line.find('<'); tag != kNone; tag = line.find('<', tag + 1)) {
-    const bool call = is_tag_at(line, tag, "<CALL:");
-    const bool record_end = !call && is_tag_at(line, tag, "<EOR>");
-    const bool header_end = !call && !record_end && is_tag_at(line, tag, "<EOH>");
-    line_has_call_ = line_has_call_ || call;
-    line_has_record_end_ = line_has_record_end_ || record_end;
-    line_has_header_end_ = line_has_header_end_ || header_end;
-    if (tag < free) continue;
-    if (record_end) close_record();
-    if (header_end) close_header();
-    const TagHead head = read_head(line, tag);
-    if (!head.is_field) continue;
-    free = head.value == 0 ? tag : end_of_value(line, head);
-    begin_or_go_on();
-    if (!call) continue;
-    const std::size_t begin = std::max(head.value, tag + 1);
-    const std::size_t end = free > begin ? free : std::min(line.find('<', begin), line.size());
-    take_call(line.substr(begin, end - begin));
+  const std::size_t first = line.find('<');
+  std::size_t calls = 0;
+  std::size_t marks = 0;
+  std::size_t last_mark = kNone;
+  for (std::size_t tag = first; tag < line.size() - 1; tag = line.find('<', tag + 1)) {
+    const char letter = line[tag + 1] & ~0x20;
+    if (letter == 'C') {
+      if (is_tag_at(line, tag, "<CALL:")) ++calls;
+    } else if (letter == 'E') {
+      const bool record_end = is_tag_at(line, tag, "<EOR>");
+      const bool header_end = !record_end && is_tag_at(line, tag, "<EOH>");
+      line_has_record_end_ = line_has_record_end_ || record_end;
+      line_has_header_end_ = line_has_header_end_ || header_end;
+      if (!record_end && !header_end) continue;
+      ++marks;
+      last_mark = tag;
+    }
   }
+  line_has_call_ = calls > 0;
+  if (first == kNone) return;
+  // In the usual line no value can hide a CALL tag or an end mark: they stand at its ends.
+  const bool call_leads = calls == 0 || (calls == 1 && is_tag_at(line, first, "<CALL:"));
+  const bool mark_ends = marks == 0 || (marks == 1 && is_blank(line.substr(last_mark + 5)));
+  const bool usual = call_leads && mark_ends && !line_has_header_end_;
+  for (std::size_t tag = first; tag != kNone;) {
+    const std::size_t end = take_tag(line, tag);
+    tag = usual && end > tag + 1 && tag != last_mark ? last_mark : line.find('<', end);
+  }
+}
+
+// Returns where its value ends, or what comes behind it.
+std::size_t AdifCensus::take_tag(std::string_view line, std::size_t tag) {
+  if (is_tag_at(line, tag, "<EOR>")) close_record();
+  if (is_tag_at(line, tag, "<EOH>")) close_header();
+  const TagHead head = read_head(line, tag);
+  if (!head.is_field) return tag + 1;
+  const std::size_t begin = std::max(head.value, tag + 1);
+  std::size_t end = head.value == 0 ? begin : end_of_value(line, head);
+  begin_or_go_on();
+  if (!is_tag_at(line, tag, "<CALL:")) return end;
+  if (end == begin) end = std::min(line.find('<', begin), line.size());
+  take_call(line.substr(begin, end - begin));
+  return end;
 }
 
 void AdifCensus::begin_or_go_on() {

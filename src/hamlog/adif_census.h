@@ -45,6 +45,7 @@ class AdifCensus {
     std::string call;
   };
   void take_tags(std::string_view line);
+  std::size_t take_tag(std::string_view line, std::size_t tag);
   void begin_or_go_on();
   void take_call(std::string_view value);
   void lose_in_header();

@@ -4,8 +4,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 #include <string_view>
-#include <vector>
 
 namespace tobarine {
 
@@ -27,7 +28,10 @@ class Duplicates {
   static constexpr std::size_t kBuckets = std::size_t{1} << 17;
   using Bucket = std::array<Mark, 8>;  // a cache line; the oldest mark gives way
 
-  std::vector<Bucket> buckets_;  // made at the first contact
+  struct Free {
+    void operator()(Bucket* buckets) const { std::free(buckets); }
+  };
+  std::unique_ptr<Bucket, Free> buckets_;  // made at the first contact
 };
 
 }  // namespace tobarine

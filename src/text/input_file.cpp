@@ -54,8 +54,11 @@ bool ByteReader::fill() {
     begin_ = 0;
   }
   if (end_ >= kLongestLine) {
+    const bool lone_cr = window().find('\r') != std::string_view::npos;
     throw RecordError(file_.path(), line_ + 1,
-                      "行が長すぎます (1 MB を超えています)。ログのファイルではないようです");
+                      std::string("行が長すぎます (1 MB を超えています)。") +
+                          (lone_cr ? "改行が CR だけなら、CR LF にして保存し直して下さい"
+                                   : "ログのファイルではないようです"));
   }
   if (buffer_.size() < end_ + kBuffer) buffer_.resize(end_ + kBuffer);
   const std::size_t room = buffer_.size() - end_;
