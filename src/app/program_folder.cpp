@@ -1,8 +1,6 @@
 #include "app/program_folder.h"
 
-#include <chrono>
 #include <cstdlib>
-#include <random>
 #include <string_view>
 #include <system_error>
 
@@ -18,8 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kFolderName = "tobarine";
-
-constexpr std::string_view kUnfinished = ".tmp";
 
 bool has_reference_files(const fs::path& folder) {
   return missing_reference_files(folder).size() < reference_files().size();
@@ -39,13 +35,12 @@ fs::path environment(const std::string& name) {
   return value == nullptr ? fs::path() : fs::path(value);
 }
 
-// "tobarine-....tmp", gone with its owner unless it was renamed.
+// Gone with its owner unless it was renamed.
 class TemporaryFolder {
  public:
   explicit TemporaryFolder(const fs::path& parent) {
-    std::random_device random;
     for (;;) {
-      path_ = parent / (kFolderName + ("-" + std::to_string(random())) + std::string(kUnfinished));
+      path_ = parent / temporary_name(kFolderName);
       std::error_code error;
       if (fs::create_directory(path_, error)) return;
       if (error) throw FileError(path_, "作れません: " + system_reason(error.value()));
@@ -63,21 +58,6 @@ class TemporaryFolder {
  private:
   fs::path path_;
 };
-
-// What a program that was ended in the middle has left. A copy takes a second; one of an hour ago
-// is nobody's any more.
-void remove_unfinished_copies(const fs::path& parent) {
-  std::vector<fs::path> old;
-  std::error_code error;
-  for (fs::directory_iterator it(parent, error), end; !error && it != end; it.increment(error)) {
-    const std::string name = path_text(it->path().filename());
-    if (!name.starts_with(std::string(kFolderName) + "-") || !name.ends_with(kUnfinished)) continue;
-    std::error_code gone;
-    const auto age = fs::file_time_type::clock::now() - it->last_write_time(gone);
-    if (!gone && it->is_directory(gone) && age > std::chrono::hours(1)) old.push_back(it->path());
-  }
-  for (const fs::path& folder : old) fs::remove_all(folder, error);
-}
 
 }  // namespace
 
@@ -153,7 +133,7 @@ fs::path make_user_copy(const ProgramFolder& folder) {
   std::error_code error;
   fs::create_directories(parent, error);
   if (!error) {
-    remove_unfinished_copies(parent);
+    remove_leftovers(parent);
     const TemporaryFolder copy(parent);
     copy_delivered_files(folder.path, copy.path());
     fs::remove(folder.user_copy, error);  // an empty folder, where renaming does not replace it
@@ -184,8 +164,8 @@ std::optional<fs::path> usable_folder(const ProgramFolder& folder,
 }
 
 std::string refresh_user_copy(const ProgramFolder& folder, bool told) {
+  if (!folder.user_copy.empty()) remove_leftovers(folder.user_copy.parent_path());
   if (folder.path != folder.user_copy || folder.delivered.empty()) return {};
-  remove_unfinished_copies(folder.user_copy.parent_path());
   const DeliveryNews news = bring_in_deliveries(folder.delivered, folder.path, told);
   return delivery_text(news, folder.delivered, folder.path);
 }

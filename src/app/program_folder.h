@@ -58,8 +58,9 @@ std::filesystem::path make_user_copy(const ProgramFolder& folder);
 std::optional<std::filesystem::path> usable_folder(
     const ProgramFolder& folder, const std::function<bool(const std::string& question)>& ask);
 
-// Brings what was delivered since into the user's copy, when that is what is read. See
-// delivered_files.h for `told`. Returns what the user should know, lines ended by LF.
+// Brings what was delivered since into the user's copy, when that is what is read, and removes what
+// runs that were killed left beside it. See delivered_files.h for `told`. Returns what the user
+// should know, lines ended by LF.
 std::string refresh_user_copy(const ProgramFolder& folder, bool told);
 
 // Where temporary files may stand: on Windows the root of the program's drive first, then the

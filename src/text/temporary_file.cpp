@@ -57,7 +57,8 @@ bool is_running(unsigned long process) {
 
 bool is_ours(const fs::path& file) {
   struct stat status {};
-  return lstat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid();
+  return lstat(file.c_str(), &status) == 0 &&
+         (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) && status.st_uid == geteuid();
 }
 
 #endif
@@ -80,12 +81,15 @@ std::optional<unsigned long> process_of(std::string_view name) {
 
 }  // namespace
 
-bool TemporaryFile::create(const fs::path& folder, std::string_view name) {
+std::string temporary_name(std::string_view name) {
   constexpr std::size_t kMostOfName = 50;
   std::random_device random;
-  path_ = folder / path_from_text(std::string(left_chars(name, kMostOfName)) + std::string(kMark) +
-                                  std::to_string(this_process()) + "-" + std::to_string(random()) +
-                                  std::string(kEnding));
+  return std::string(left_chars(name, kMostOfName)) + std::string(kMark) +
+         std::to_string(this_process()) + "-" + std::to_string(random()) + std::string(kEnding);
+}
+
+bool TemporaryFile::create(const fs::path& folder, std::string_view name) {
+  path_ = folder / path_from_text(temporary_name(name));
   if (!open_file(path_, "wbx")) return false;  // fails when the file exists
   std::error_code error;
   final_mode_ = fs::status(path_, error).permissions();
@@ -145,7 +149,7 @@ void remove_leftovers(const fs::path& folder) {
     const auto process = process_of(path_text(entry->path().filename()));
     if (!process || is_running(*process) || !is_ours(entry->path())) continue;
     std::error_code kept;
-    fs::remove(entry->path(), kept);
+    fs::remove_all(entry->path(), kept);
   }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -51,7 +52,11 @@ class ScratchFile {
   std::filesystem::path path_;
 };
 
-// Removes the temporary files of this user's runs that are no more. What cannot be removed stays.
+// "NAME.tobarine-PROCESS-NUMBER.tmp", another at each call: for a file or a folder of this process.
+std::string temporary_name(std::string_view name);
+
+// Removes what this user's runs that are no more have left under such names, files and folders.
+// What cannot be removed stays.
 void remove_leftovers(const std::filesystem::path& folder);
 
 }  // namespace tobarine

@@ -1,6 +1,5 @@
 #include "app/program_folder.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
 
 #include "app/delivered_files.h"
@@ -9,6 +8,7 @@
 #include "test_folder.h"
 #include "text/error.h"
 #include "text/strings.h"
+#include "text/temporary_file.h"
 
 namespace tobarine {
 namespace {
@@ -162,13 +162,13 @@ TEST_F(DeliveryTest, EveryDeliveredFileCountsAsData) {
 }
 
 TEST_F(DeliveryTest, CopiesThatWereNeverFinishedGo) {
-  const fs::path old = root_ / "data/tobarine-1.tmp";
-  const fs::path young = root_ / "data/tobarine-2.tmp";
-  for (const fs::path& copy : {old, young}) fs::create_directories(copy);
-  fs::last_write_time(old, fs::file_time_type::clock::now() - std::chrono::hours(2));
-  writable_folder(locate());
-  EXPECT_FALSE(fs::exists(old));
-  EXPECT_TRUE(fs::exists(young));  // another program may be at it
+  // No process has so high a number.
+  const fs::path dead = root_ / "data/tobarine.tobarine-2147483646-1.tmp";
+  const fs::path running = root_ / "data" / temporary_name("tobarine");
+  for (const fs::path& copy : {dead, running}) fs::create_directories(copy / "inside");
+  refresh_user_copy(locate(), true);
+  EXPECT_FALSE(fs::exists(dead));
+  EXPECT_TRUE(fs::exists(running / "inside"));
 }
 
 TEST(ProgramFolder, TheDeliveredFilesAreComplete) {

@@ -208,6 +208,8 @@ def first_start_ended(folder):
         for words in (["lookup", "calls", "JA1ABC"], ["build", "codes", log]):
             done = subprocess.run([program, *words], env=env, capture_output=True)
             check(f"{name}, then {words[0]}: {done.stderr.decode()}", done.returncode == 0)
+            left = list((folder / "user").glob("*.tmp"))
+            check(f"{name}, then {words[0]}: {left} are left", not left)
 
     begun = time.monotonic()
     check("first start", build(fresh("user")).wait() == 0)
