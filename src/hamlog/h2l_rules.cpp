@@ -91,18 +91,19 @@ std::string state_behind_keyword(std::string_view text, std::string_view keyword
 }
 
 struct StateWord {
-  std::string state;
-  std::string doubtful;  // an everyday word that may be meant as one
+  std::string state;  // the first word that is one
+  bool doubtful = false;
 };
 
-// An everyday word is a state only where it stands alone or behind a comma ("Tulsa, OK").
+// An everyday word is a state like any other, as it always was, but a doubtful one unless it stands
+// alone or behind a comma ("Tulsa, OK").
 StateWord state_as_word(std::string_view text, std::string_view entity_prefix) {
   StateWord found;
   std::string_view before;
   for_each_piece(text, ' ', [&](std::string_view word) {
     if (found.state.empty() && is_state_of(entity_prefix, word)) {
-      const bool sure = !is_everyday_word(word) || word == text || before.ends_with(',');
-      (sure ? found.state : found.doubtful) = word;
+      found.state = word;
+      found.doubtful = is_everyday_word(word) && word != text && !before.ends_with(',');
     }
     before = word;
   });
@@ -210,7 +211,7 @@ void H2lRules::derive_place(QsoRecord& r, std::string_view kept1, std::string_vi
 
 std::string H2lRules::find_state(const QsoRecord& r, std::string_view entity_prefix,
                                  std::size_t line, FindingLog& findings) {
-  std::string doubtful;
+  bool doubtful = false;
   const auto search = [&](const std::string& rmks) {
     upper_into(rmks, upper_remarks_);
     collapse_blanks(upper_remarks_);
@@ -222,16 +223,14 @@ std::string H2lRules::find_state(const QsoRecord& r, std::string_view entity_pre
     if (state.empty() && options_.state_search != StateSearch::kKeyword) {
       StateWord found = state_as_word(text, entity_prefix);
       state = std::move(found.state);
-      if (doubtful.empty()) doubtful = std::move(found.doubtful);
+      doubtful = found.doubtful;
     }
     return state;
   };
   std::string state;
   if (options_.state_remarks != StateRemarks::kRmks2) state = search(r.rmks1);
   if (state.empty() && options_.state_remarks != StateRemarks::kRmks1) state = search(r.rmks2);
-  if (state.empty() && !doubtful.empty()) {
-    findings.add(FindingKind::kDoubtfulState, line, r.call, doubtful);
-  }
+  if (doubtful) findings.add(FindingKind::kDoubtfulState, line, r.call, state);
   return state;
 }
 

@@ -100,7 +100,7 @@ constexpr KindText kKinds[] = {
      "二つ並んだ周波数 (初めの周波数のバンドにした)"},
     {FindingKind::kOddIota, "odd-iota", "IOTA の番号の形ではない IOTA (そのまま出力した)"},
     {FindingKind::kDoubtfulState, "doubtful-state",
-     "州名か普通の言葉か分からないので STATE を書かなかった交信"},
+     "州名か普通の言葉か分からない STATE (そのまま出力した)"},
     {FindingKind::kOddManager, "odd-manager",
      "コールサインになっていない QSL マネージャー (そのまま出力した)"},
     {FindingKind::kHalfWidthKana, "half-width-kana",

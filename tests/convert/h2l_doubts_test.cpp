@@ -68,19 +68,24 @@ TEST_F(H2l, DoubtfulValuesGoOutAndAreTold) {
   }
 }
 
-TEST_F(H2l, EverydayWordsAreNoStates) {
+TEST_F(H2l, EverydayWordsAreDoubtfulStates) {
   options_.write_state = true;
-  const auto state = [this](const char* rmks1) {
-    return tag({.call = "W1AW", .code = "", .rmks1 = rmks1}, "STATE");
+  struct Row {
+    const char* rmks1;
+    const char* state;
+    bool doubtful;
   };
-  EXPECT_EQ(state("OK TNX"), "-");
-  EXPECT_EQ(only(FindingKind::kDoubtfulState), "OK");
-  EXPECT_EQ(state("TNX DE JA1ABC"), "-");
-  EXPECT_EQ(state("OK TNX NY"), "NY");
-  EXPECT_EQ(told(FindingKind::kDoubtfulState), 0U);
-  EXPECT_EQ(state(" ok "), "OK");
+  for (const Row& row : {Row{"OK TNX", "OK", true},
+                         {"TNX DE JA1ABC", "DE", true},
+                         {"OK TNX NY", "OK", true},
+                         {" ok ", "OK", false},
+                         {"NY in May", "NY", false}}) {
+    EXPECT_EQ(tag({.call = "W1AW", .code = "", .rmks1 = row.rmks1}, "STATE"), row.state);
+    EXPECT_EQ(told(FindingKind::kDoubtfulState), row.doubtful ? 1U : 0U) << row.rmks1;
+  }
   const HamlogContact tulsa{.call = "W1AW", .code = "", .rmks1 = "TULSA, OK TNX"};
   EXPECT_TRUE(contains(eqsl(tulsa), "<STATE:2>OK"));
+  EXPECT_EQ(told(FindingKind::kDoubtfulState), 0U);
 }
 
 TEST_F(H2l, ContactsThatALogHoldsTwiceAreTold) {
