@@ -75,10 +75,14 @@ def nothing_to_be_seen(folder):
     shelf.mkdir()
     pipe = folder / "slow"
     os.mkfifo(pipe)
-    log = SOURCE / "samples/logger32.adi"
+    log = folder / "long.adi"  # more than the pipe and the program's buffer take
+    log.write_text("<EOH>\n" + "".join(
+        f"<CALL:6>W1A{i % 26:03} <QSO_DATE:8>20240501 <TIME_ON:4>{i // 60 % 24:02}{i % 60:02} "
+        "<BAND:3>40M <MODE:2>CW <EOR>\n" for i in range(20000)))
     process = subprocess.Popen([CLI, "l2h", log, "-o", pipe], stdout=subprocess.DEVNULL,
                                env=os.environ | {"TMPDIR": str(shelf)})
-    reader = os.open(pipe, os.O_RDONLY)  # both are past opening it now
+    reader = os.open(pipe, os.O_RDONLY)
+    os.read(reader, 1)  # the program is writing now, and will wait
     private = [fd for fd in pathlib.Path(f"/proc/{process.pid}/fd").iterdir()
                if "(deleted)" in os.readlink(fd) and fd.stat().st_mode & 0o777 == 0o600]
     check("the temporary file is private and has no name", private and not list(shelf.iterdir()))
