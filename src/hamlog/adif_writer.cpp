@@ -1,7 +1,5 @@
 #include "hamlog/adif_writer.h"
 
-#include <array>
-#include <charconv>
 #include <string>
 
 #include "rules/version.h"
@@ -30,24 +28,27 @@ void AdifWriter::write_header() {
   file_.end_record();
 }
 
-void AdifWriter::put_length_and_value(std::string_view value, std::string_view type) {
+void AdifWriter::tag(std::string_view opening, std::string_view value, std::string_view type) {
   if (!is_plain(value)) {
     encoded_.clear();
     written_.lacking += encode_cp932(value, encoded_);
     written_.line_ends += blank_line_ends(encoded_);
     value = encoded_;
   }
-  std::array<char, 20> length;
-  char* const end = std::to_chars(length.data(), length.data() + length.size(), value.size()).ptr;
-  text_.append(length.data(), end).append(type).append(value);
+  text_.append(opening);
+  if (value.size() < 10) {
+    text_ += static_cast<char>('0' + value.size());
+  } else {
+    text_ += std::to_string(value.size());
+  }
+  text_.append(type).append(value);
 }
 
 // The tags that both outputs begin with. The blanks inside are part of the form.
 void AdifWriter::common_tags(const AdifContact& contact) {
   const QsoRecord& r = contact.record;
   tag("<CALL:", r.call);
-  put(" <QSO_DATE:");
-  put_length_and_value(r.qso_date, ":d>");
+  tag(" <QSO_DATE:", r.qso_date, ":d>");
   std::string digits = r.time_on;  // short: no allocation
   if (contains(digits, ":")) replace_all(digits, ":", "");
   tag(" <TIME_ON:", left_chars(digits, 4));

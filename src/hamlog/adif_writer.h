@@ -33,12 +33,8 @@ class AdifWriter {
   void put(std::string_view text) { text_.append(text); }
   void put_state(std::string_view state);
 
-  // The opening as far as the ":", then the value's length, ">" and the value.
-  void tag(std::string_view opening, std::string_view value) {
-    put(opening);
-    put_length_and_value(value, ">");
-  }
-  void put_length_and_value(std::string_view value, std::string_view type);
+  // The opening as far as the ":", then the value's length, the type with its ">", and the value.
+  void tag(std::string_view opening, std::string_view value, std::string_view type = ">");
 
   void common_tags(const AdifContact& contact);
   void logger32_lines(const AdifContact& contact);
@@ -49,7 +45,7 @@ class AdifWriter {
   AdifTarget target_;
   bool write_qth_;
   Written written_;
-  std::string encoded_;
+  std::string encoded_;  // a value's bytes
 };
 
 }  // namespace tobarine

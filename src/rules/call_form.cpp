@@ -1,25 +1,29 @@
 #include "rules/call_form.h"
 
-#include <algorithm>
-
 #include "text/strings.h"
 #include "text/utf8.h"
 
 namespace tobarine {
 namespace {
 
-bool is_upper_letter(char c) {
-  return c >= 'A' && c <= 'Z';
-}
-
+// Letters and digits, both of them, in parts that a slash or hyphen divides.
 bool has_form(std::string_view call) {
-  const auto fits = [](char c) {
-    return is_upper_letter(c) || is_digit(c) || c == '/' || c == '-';
-  };
-  const auto at_edge = [](char c) { return c == '/' || c == '-'; };
-  return call.size() >= 3 && std::ranges::all_of(call, fits) && !at_edge(call.front()) &&
-         !at_edge(call.back()) && !contains(call, "//") && std::ranges::any_of(call, is_digit) &&
-         std::ranges::any_of(call, is_upper_letter);
+  bool letter = false;
+  bool digit = false;
+  bool part_begins = true;
+  for (const char c : call) {
+    const bool divides = c == '/' || c == '-';
+    if (divides && part_begins) return false;
+    if (c >= 'A' && c <= 'Z') {
+      letter = true;
+    } else if (c >= '0' && c <= '9') {
+      digit = true;
+    } else if (!divides) {
+      return false;
+    }
+    part_begins = divides;
+  }
+  return call.size() >= 3 && letter && digit && !part_begins;
 }
 
 }  // namespace
