@@ -1,7 +1,6 @@
 #include "hamlog/hamlog_csv.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "text/cp932.h"
 #include "text/encoding_guess.h"
@@ -46,30 +45,37 @@ void for_each_column(std::string line, Visit visit) {
   for_each_piece(line, ',', visit);
 }
 
-// The call of a line that has a contact's columns, in the encoding of the line.
-std::optional<std::string> call_of_contact(std::string_view line) {
-  std::string call;
-  std::size_t columns = 0;
-  for_each_column(std::string(line), [&](std::string_view column) {
-    if (++columns == 1) call = column;
+// Calls `visit` with the call of each contact in a line that CR alone may divide: one begins behind
+// a CR once the one before has all its columns.
+template <typename Visit>
+void for_each_contact(std::string_view line, Visit visit) {
+  std::size_t commas = 0;
+  std::string_view begin;
+  for_each_piece(line, '\r', [&](std::string_view piece) {
+    if (commas == 0) begin = piece;
+    commas += static_cast<std::size_t>(std::ranges::count(piece, ','));
+    if (commas + 1 < kHamlogColumns) return;
+    commas = 0;
+    std::string call = from_cp932(begin.substr(0, begin.find(',')));
+    replace_all(call, "\"", "");
+    visit(call);
   });
-  if (columns < kHamlogColumns) return std::nullopt;
-  return call;
 }
 
-// Calls `visit` with the call of each contact that stands behind a CR inside the line.
+// As for_each_contact(), without the contact that the line begins with.
 template <typename Visit>
 void for_each_contact_behind_cr(std::string_view line, Visit visit) {
-  std::size_t at = line.find('\r');
-  if (at == std::string_view::npos) return;
-  for_each_piece(line.substr(at + 1), '\r', [&](std::string_view piece) {
-    if (const auto call = call_of_contact(piece)) visit(*call);
+  if (!contains(line, "\r")) return;
+  bool first = true;
+  for_each_contact(line, [&](const std::string& call) {
+    if (!first) visit(call);
+    first = false;
   });
 }
 
 void report_contacts_behind_cr(std::string_view line, std::size_t number, FindingLog& findings) {
   for_each_contact_behind_cr(line, [&](const std::string& call) {
-    findings.add(FindingKind::kBehindCr, number, from_cp932(call), "");
+    findings.add(FindingKind::kBehindCr, number, call, "");
   });
 }
 
@@ -288,19 +294,21 @@ bool HamlogRowReader::next_row() {
   return true;
 }
 
-// Each line of the row but the first is a contact when it has a contact's columns.
+// The row's own contact is the first of its first line.
 void HamlogRowReader::report_lines_in_quotes(FindingLog& findings) const {
+  const std::string first = std::to_string(rows_.line());
   std::size_t line = rows_.line();
   std::size_t contacts = 0;
   for_each_piece(without_line_end(rows_.bytes()), '\n', [&](std::string_view bytes) {
-    const bool first = line == rows_.line();
-    const std::size_t number = line++;
-    if (first) return;
-    const auto call = call_of_contact(bytes);
-    if (!call) return;
-    ++contacts;
-    findings.add(FindingKind::kInsideQuotes, number, from_cp932(*call),
-                 std::to_string(rows_.line()) + " 行目の引用符の中");
+    if (line == rows_.line()) {
+      report_contacts_behind_cr(bytes, line, findings);
+    } else {
+      for_each_contact(bytes, [&](const std::string& call) {
+        ++contacts;
+        findings.add(FindingKind::kInsideQuotes, line, call, first + " 行目の引用符の中");
+      });
+    }
+    ++line;
   });
   const auto kind =
       rows_.unclosed_quote() ? FindingKind::kUnclosedQuote : FindingKind::kQuoteSpansLines;

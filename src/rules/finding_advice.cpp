@@ -64,6 +64,13 @@ constexpr Advice kAdvice[] = {
      "「ＷＡＳ 州名」の欄で Ｒｍｋｓ １ か Ｒｍｋｓ ２ を選んで、変換し直して下さい",
      "--set Op_2=0 (Rmks 1) か --set Op_2=1 (Rmks 2) で変換し直して下さい"},
     {FindingKind::kDuplicate, "要らない方を元のログで消して下さい", ""},
+    {FindingKind::kTwoFrequencies, "一つの周波数にするなら、元のログを直して下さい", ""},
+    {FindingKind::kOddIota, "元のログの Rmks から、IOTA ではない AS- や SA- などを無くして下さい",
+     ""},
+    {FindingKind::kDoubtfulState, "Rmks に州名だけを書くか、州名の前に接頭語を付けて下さい", ""},
+    {FindingKind::kOddManager, "Rmks の @ の後ろには、マネージャーのコールだけを書いて下さい", ""},
+    {FindingKind::kHalfWidthKana, "海外へ送るなら、元のログの Rmks や Name を直して下さい", ""},
+    {FindingKind::kInsideQuotes, "前の行の引用符 (\") を直して、変換し直して下さい", ""},
 };
 
 }  // namespace

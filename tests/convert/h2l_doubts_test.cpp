@@ -155,14 +155,17 @@ TEST_F(H2l, NoValueCarriesALineEndOut) {
 }
 
 TEST_F(H2l, ContactsBehindALoneCrAreToldOrTheFileIsRefused) {
-  std::string log = HamlogContact{}.line();
-  log.replace(log.find("\r\n"), 2, "\r");
-  for (const AdifTarget target : {AdifTarget::kLogger32, AdifTarget::kEqsl}) {
-    run(target, HamlogContact{}.line() + log + log + HamlogContact{.call = "JA1XYZ"}.line() + log);
-    EXPECT_EQ(report_.read, 5U);
-    EXPECT_EQ(report_.written, 3U);
-    EXPECT_EQ(told(FindingKind::kBehindCr), 2U);
-    EXPECT_THROW(run(target, log + log + log), FileError);
+  for (const char* remark : {"x", "a\rb"}) {
+    std::string log = HamlogContact{.rmks1 = remark}.line();
+    log.replace(log.find("\r\n"), 2, "\r");
+    for (const AdifTarget target : {AdifTarget::kLogger32, AdifTarget::kEqsl}) {
+      run(target,
+          HamlogContact{}.line() + log + log + HamlogContact{.call = "JA1XYZ"}.line() + log);
+      EXPECT_EQ(report_.read, 5U);
+      EXPECT_EQ(report_.written, 3U);
+      EXPECT_EQ(told(FindingKind::kBehindCr), 2U);
+      EXPECT_THROW(run(target, log + log + log), FileError);
+    }
   }
 }
 
