@@ -127,8 +127,12 @@ begin
 tool_entry 2
 wait_for 'ADIF to zLog ALL'
 key space
+wait_for 'を開く'
 keys "$typed/n1mm.adi"
-key Return Tab space
+key Return
+wait_for 'ADIF to zLog ALL'
+key Tab space
+sleep 2
 shot zlog
 end
 
@@ -158,6 +162,7 @@ kill -CONT "$running"
 end
 begin
 tool_entry 5
+wait_for 'を開く'
 keys "$typed/hamlog.csv"
 key Return
 wait_for 'hamlog.csv'

@@ -162,10 +162,8 @@ void ReportView::filter() {
     row.setHidden(!fits);
     shown += fits ? 1 : 0;
   }
-  QString text = shown == 0 && !wanted.isEmpty() ? QString("見つかりません")
-                                                 : QString("%1 件を表示").arg(shown);
-  if (!report_.in_records && shown > 0) text += "。行を押すと入力のその行が出ます";
-  statusBar()->showMessage(text);
+  statusBar()->showMessage(shown == 0 && !wanted.isEmpty() ? QString("見つかりません")
+                                                           : QString("%1 件を表示").arg(shown));
   show_advice();
 }
 
@@ -175,9 +173,12 @@ void ReportView::show_advice() {
   if (const auto* const row = tree_->currentItem(); kind < 0 && row != nullptr) {
     kind = row->data(0, kKindRole).toInt();
   }
-  const std::string_view advice =
-      kind < 0 ? std::string_view()
-               : finding_advice(static_cast<FindingKind>(kind), Front::kWindow);
+  if (kind < 0) {
+    advice_->setText(report_.in_records ? "行を選ぶと、できることが出ます。"
+                                        : "行を押すと、入力のその行と、できることが出ます。");
+    return;
+  }
+  const auto advice = finding_advice(static_cast<FindingKind>(kind), Front::kWindow);
   advice_->setText(advice.empty() ? QString() : "すること: " + shown_line(advice));
 }
 
