@@ -1,7 +1,6 @@
 #include "cli/japanese.h"
 
 #include <memory>
-#include <sstream>
 #include <string_view>
 
 #include "text/strings.h"
